@@ -1,0 +1,15 @@
+option(KTDX_WERROR "Treat warnings as errors" ON)
+option(KTDX_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+# Every target of the project links this: the language level of warnings is the same everywhere, tests included.
+add_library(ktdx_warnings INTERFACE)
+target_compile_options(ktdx_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast -Woverloaded-virtual
+  -Wnon-virtual-dtor -Wcast-align -Wcast-qual -Wformat=2 -Wextra-semi -Wundef -Wunused -Wimplicit-fallthrough
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>
+  $<$<BOOL:${KTDX_WERROR}>:-Werror>)
+
+if(KTDX_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()

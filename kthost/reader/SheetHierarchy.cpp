@@ -1,0 +1,40 @@
+#include "kthost/reader/SheetHierarchy.h"
+
+#include "kthost/reader/SheetLimits.h"
+#include "kthost/reader/SheetOrder.h"
+
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+namespace kthost {
+
+namespace {
+
+SheetInstance rootInstance(const Design& design) {
+    return {0, L"/" + design.files[0].schematic.uuid, L"/"};
+}
+
+SheetInstance childInstance(const Design& design, const SheetInstance& parent, std::size_t sheet) {
+    const SheetFile& file = design.files[parent.file];
+    const SheetSymbol& symbol = file.schematic.sheets[sheet];
+    const bool isBelowRoot = parent.names.size() == 1;
+    return {file.children[sheet], parent.path + L"/" + symbol.uuid,
+            (isBelowRoot ? parent.names : parent.names + L"/") + symbol.name};
+}
+
+} // namespace
+
+void expandHierarchy(Design& design) {
+    design.instances.reserve(countSheetInstances(design, sheetOrder(design)));
+    std::vector<SheetInstance> pending{rootInstance(design)};
+    while (!pending.empty()) {
+        const SheetInstance& instance = design.instances.emplace_back(std::move(pending.back()));
+        pending.pop_back();
+        for (std::size_t sheet = design.files[instance.file].children.size(); sheet-- > 0;) {
+            pending.push_back(childInstance(design, instance, sheet));
+        }
+    }
+}
+
+} // namespace kthost

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <WindowSystem.h>
+
+#include <string>
+#include <string_view>
+
+namespace kthost {
+
+/// Ids of registered messages begin here.
+inline constexpr UINT kFirstRegisteredMessage = 0xC000;
+
+/// The name that a message id was registered under; empty when it was not. Ids stay for the life of the
+/// process.
+std::wstring_view registeredMessageName(UINT message);
+
+} // namespace kthost

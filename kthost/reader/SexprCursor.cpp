@@ -93,9 +93,10 @@ double SexprCursor::numberOf(const SexprToken& token, std::string_view what, dou
 }
 
 bool SexprCursor::yesOrNo(std::string_view what) {
-    const SexprToken token = atom(what);
+    const std::string expected = std::string(what) + " yes or no";
+    const SexprToken token = atom(expected);
     if (token.text != "yes" && token.text != "no") {
-        fail(token, std::string(what) + " yes or no");
+        fail(token, expected);
     }
     return token.text == "yes";
 }

@@ -47,6 +47,7 @@ public:
     std::wstring text(std::string_view what);
     std::int64_t integer(std::string_view what, std::int64_t least, std::int64_t most);
     double number(std::string_view what, double least, double most);
+    /// `what` is the name of the flag.
     bool yesOrNo(std::string_view what);
 
     static std::wstring textOf(const SexprToken& token);

@@ -1,0 +1,517 @@
+#include "blocks/KtDxBlock.h"
+
+#include <KtDbAttribute.h>
+#include <KtDbBlockReference.h>
+#include <KtDbBlockRepresentation.h>
+#include <KtDbBlockTableRecord.h>
+#include <KtDbEvalGraph.h>
+#include <KtDbSymbolUtilities.h>
+#include <KtRxClass.h>
+
+#include "blocks/KtDxBlocks.h"
+#include "blocks/OpenedObject.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <tuple>
+
+namespace {
+
+constexpr const wchar_t* kDynamicBlockGraph = L"ORBX_ENHANCEDBLOCK";
+
+bool isExactlyBlockTableRecord(const KtDbObject* object) {
+    return object->isA() == KtDbBlockTableRecord::desc();
+}
+
+bool isDynamicDefinition(const KtDbBlockTableRecord* record) {
+    KtDbEvalGraph* graph = nullptr;
+    const bool found =
+        KtDbEvalGraph::getGraph(graph, record, kDynamicBlockGraph, KtDb::kForRead) == Orbx::eOk;
+    const OpenedObject<KtDbEvalGraph> closedAtOnce(graph);
+    return found;
+}
+
+const KtDbBlockRepresentation* representationProtocol() {
+    KtRxObject* extension = KtDbBlockReference::desc()->queryX(KtDbBlockRepresentation::desc());
+    const bool usable =
+        extension != nullptr && extension->isA()->isDerivedFrom(KtDbBlockRepresentation::desc());
+    return usable ? static_cast<const KtDbBlockRepresentation*>(extension) : nullptr;
+}
+
+void sortUnique(std::vector<KtDbObjectId>& ids) {
+    std::sort(ids.begin(), ids.end());
+    ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+}
+
+} // namespace
+
+/// State of one rescan. Candidates and what was recorded before are in ascending order, so one walk compares
+/// them.
+struct KtDxBlock::Rescan {
+    IdVector
+        candidates;    ///< what the host lists; all of it counts as present, whether or not it can be opened
+    IdVector previous; ///< what was recorded before
+    IdVector used;     ///< containers met; repeats only where containers alternate
+    std::size_t nextPrevious = 0;
+
+    /// Asked in ascending order.
+    bool wasRecorded(KtDbObjectId reference) {
+        while (nextPrevious < previous.size() && previous[nextPrevious] < reference) {
+            ++nextPrevious;
+        }
+        return nextPrevious < previous.size() && previous[nextPrevious] == reference;
+    }
+
+    void use(KtDbObjectId container) {
+        if (used.empty() || used.back() != container) {
+            used.push_back(container);
+        }
+    }
+};
+
+Orbx::ErrorStatus KtDxBlock::create(KtDxBlocks* owner, const KtDbBlockTableRecord* record,
+                                    std::unique_ptr<KtDxBlock>& block) {
+    block.reset(new (std::nothrow) KtDxBlock);
+    if (block == nullptr) {
+        return Orbx::eMissing;
+    }
+    const Orbx::ErrorStatus status = block->init(owner, record);
+    if (status != Orbx::eOk) {
+        if (owner != nullptr) {
+            owner->forgetRepresentations(block.get()); // representations are entered before anything can fail
+        }
+        block.reset();
+    }
+    return status;
+}
+
+KtDxBlock::~KtDxBlock() {
+    reset();
+    detachAllAttributes();
+    letGoOfLeftBehind();
+}
+
+Orbx::ErrorStatus KtDxBlock::init(KtDxBlocks* owner, const KtDbBlockTableRecord* record) {
+    reset();
+    if (record == nullptr || owner == nullptr) {
+        return Orbx::eMissing;
+    }
+    owner_ = owner;
+    blockId_ = record->objectId();
+    try {
+        recordIds_.append(blockId_);
+        if (isDynamicDefinition(record)) {
+            findRepresentations();
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    if (const Orbx::ErrorStatus status = refresh(); status != Orbx::eOk) {
+        return status;
+    }
+    std::ignore =
+        setEnabled(owner->isEnabled()); // a record that will not open now is tried at the next enabling
+    return Orbx::eOk;
+}
+
+void KtDxBlock::findRepresentations() {
+    const KtDbBlockRepresentation* protocol = representationProtocol();
+    KtDbObjectIdArray representations(0, 8);
+    if (protocol == nullptr || protocol->getRepresentations(blockId_, representations) != Orbx::eOk) {
+        return; // the definition is then watched alone; its representations may still join it at a scan
+    }
+    recordIds_.append(representations);
+    for (const KtDbObjectId representation : representations) {
+        owner_->addRepresentation(representation, this);
+    }
+}
+
+void KtDxBlock::reset() {
+    std::ignore = setEnabled(false); // what will not open is remembered and tried once more at the end
+    changed_ = false;
+    needsUpdateFlag_ = true;
+    owner_ = nullptr;
+    blockId_ = KtDbObjectId();
+    referencesByContainer_.clear();
+    callbackSet_.clear();
+}
+
+// Notifications
+
+void KtDxBlock::copied(const KtDbObject* object, const KtDbObject* /*copy*/) {
+    setNeedsUpdate(true);
+    if (!isExactlyBlockTableRecord(object)) {
+        setChanged(true);
+    }
+}
+
+void KtDxBlock::goodbye(const KtDbObject* object) {
+    std::ignore = object->removeReactor(this); // the object is going either way
+}
+
+void KtDxBlock::openedForModify(const KtDbObject* object) {
+    setNeedsUpdate(true);
+    const bool isOwnDefinition = isExactlyBlockTableRecord(object) &&
+                                 !static_cast<const KtDbBlockTableRecord*>(object)->isFromExternalReference();
+    if (!isOwnDefinition) {
+        setChanged(true);
+    }
+}
+
+// Marks and callbacks
+
+KtDxBlock::References* KtDxBlock::references() {
+    return &referencesByContainer_;
+}
+
+bool KtDxBlock::needsUpdate() const {
+    return needsUpdateFlag_;
+}
+
+void KtDxBlock::setNeedsUpdate(bool on) {
+    if (on && owner_ == nullptr) {
+        return;
+    }
+    if (on) {
+        owner_->setRescanNeeded(true);
+    }
+    needsUpdateFlag_ = on;
+}
+
+bool KtDxBlock::isChanged() const {
+    return changed_;
+}
+
+void KtDxBlock::setChanged(bool on) {
+    if (on && owner_ == nullptr) {
+        return;
+    }
+    if (on) {
+        owner_->setPendingChanges(true);
+    }
+    changed_ = on;
+}
+
+KtDxCallbackSet* KtDxBlock::callbacks() {
+    return &callbackSet_;
+}
+
+void KtDxBlock::addCallback(KtRxCallback callback) {
+    if (callback != nullptr) {
+        callbackSet_.insert(callback);
+    }
+}
+
+void KtDxBlock::removeCallback(KtRxCallback callback) {
+    if (callback != nullptr) {
+        callbackSet_.erase(callback);
+    }
+}
+
+// Rescan
+
+Orbx::ErrorStatus KtDxBlock::refresh() {
+    return update(blockId_);
+}
+
+Orbx::ErrorStatus KtDxBlock::update(KtDbObjectId recordId) {
+    if (owner_ == nullptr) {
+        return Orbx::eMissing;
+    }
+    if (recordId.isNull()) {
+        return Orbx::eInvalidBlockId;
+    }
+    try {
+        if (!recordIds_.contains(recordId)) {
+            recordIds_.append(recordId);
+            owner_->addRepresentation(recordId, this);
+        }
+        return rescan();
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+}
+
+Orbx::ErrorStatus KtDxBlock::rescan() {
+    Rescan pass;
+    if (const Orbx::ErrorStatus status = collectCandidates(pass.candidates); status != Orbx::eOk) {
+        return status;
+    }
+    if (const Orbx::ErrorStatus status = takeRecorded(pass.previous); status != Orbx::eOk) {
+        return status;
+    }
+    for (const KtDbObjectId reference : pass.candidates) {
+        if (const Orbx::ErrorStatus status = fileReference(reference, pass); status != Orbx::eOk) {
+            return status;
+        }
+    }
+    dropMissing(pass);
+    dropUnusedContainers(pass);
+    setNeedsUpdate(false);
+    return Orbx::eOk;
+}
+
+/// Everything that the host lists as a reference to one of the records, living or erased, in ascending order.
+Orbx::ErrorStatus KtDxBlock::collectCandidates(IdVector& candidates) const {
+    KtDbObjectIdArray ids(0, 8);
+    for (const KtDbObjectId recordId : recordIds_) {
+        if (recordId.isErased()) {
+            continue;
+        }
+        const OpenedObject<KtDbBlockTableRecord> record(recordId, KtDb::kForRead);
+        if (!record) {
+            return record.status();
+        }
+        if (const Orbx::ErrorStatus status = record->getBlockReferenceIds(ids, true, true);
+            status != Orbx::eOk) {
+            return status;
+        }
+        if (const Orbx::ErrorStatus status = record->getErasedBlockReferenceIds(ids); status != Orbx::eOk) {
+            return status;
+        }
+    }
+    candidates.assign(ids.begin(), ids.end());
+    sortUnique(candidates);
+    return Orbx::eOk;
+}
+
+/// Empties the recorded arrays into one ascending list; the containers' entries stay for now.
+Orbx::ErrorStatus KtDxBlock::takeRecorded(IdVector& previous) {
+    std::size_t count = 0;
+    for (const auto& [container, references] : referencesByContainer_) {
+        if (references == nullptr) {
+            return Orbx::eMissing;
+        }
+        count += references->length();
+    }
+    previous.reserve(count);
+    for (const auto& [container, references] : referencesByContainer_) {
+        previous.insert(previous.end(), references->begin(), references->end());
+        references->setLogicalLengthZero();
+    }
+    sortUnique(previous);
+    return Orbx::eOk;
+}
+
+Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, Rescan& pass) {
+    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
+                                                  true); // erased ones count like others
+    if (!opened) {
+        return Orbx::eOk;
+    }
+    const KtDbObjectId container = containerOf(opened->ownerId());
+    if (container.isNull() || !container.isValid()) {
+        return Orbx::eOk;
+    }
+    if (!pass.wasRecorded(reference)) {
+        setChanged(true);
+        if (isEnabled()) {
+            std::ignore = attachReference(reference, true); // one that will not open is recorded all the same
+        }
+    }
+    pass.use(container);
+    KtDbObjectIdArray* references = containerArray(container);
+    if (references == nullptr) {
+        return Orbx::eMissing;
+    }
+    references->append(reference);
+    return Orbx::eOk;
+}
+
+/// The record under which a reference with this owner is filed: for the model space of an attached drawing,
+/// the record of this drawing that stands for it.
+KtDbObjectId KtDxBlock::containerOf(KtDbObjectId owner) const {
+    const bool isForeignModelSpace = isModelSpaceBlockId(owner) && owner.database() != owner_->database();
+    return isForeignModelSpace ? owner_->findXrefBlock(owner) : owner;
+}
+
+/// The container's array, made when the container is new, which is a change. Null when its entry has none.
+KtDbObjectIdArray* KtDxBlock::containerArray(KtDbObjectId container) {
+    auto entry = referencesByContainer_.find(container);
+    if (entry == referencesByContainer_.end()) {
+        setChanged(true);
+        entry = referencesByContainer_.emplace(container, std::make_unique<KtDbObjectIdArray>(0, 8)).first;
+    }
+    return entry->second.get();
+}
+
+/// Lets go of recorded references that the host lists no more, neither as living nor as erased.
+void KtDxBlock::dropMissing(const Rescan& pass) {
+    IdVector missing;
+    std::set_difference(pass.previous.begin(), pass.previous.end(), pass.candidates.begin(),
+                        pass.candidates.end(), std::back_inserter(missing));
+    for (const KtDbObjectId reference : missing) {
+        setChanged(true);
+        std::ignore = attachReference(reference, false); // most are released by now and cannot be opened
+    }
+}
+
+void KtDxBlock::dropUnusedContainers(Rescan& pass) {
+    sortUnique(pass.used);
+    for (auto entry = referencesByContainer_.begin(); entry != referencesByContainer_.end();) {
+        if (std::binary_search(pass.used.begin(), pass.used.end(), entry->first)) {
+            ++entry;
+        } else {
+            setChanged(true);
+            entry = referencesByContainer_.erase(entry);
+        }
+    }
+}
+
+// Reactors
+
+Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
+    if (enable == isEnabled()) {
+        return Orbx::eOk;
+    }
+    for (const auto& [container, references] : referencesByContainer_) {
+        if (references == nullptr) {
+            break;
+        }
+        for (const KtDbObjectId reference : *references) {
+            std::ignore =
+                attachReference(reference, enable); // one that will not open must not keep the others
+        }
+    }
+    std::ignore = KtDxEnableBase::setEnabled(enable); // storing the flag cannot fail
+    if (blockId_.isNull() || !blockId_.isValid()) {
+        return enable ? Orbx::eInvalidBlockId : Orbx::eOk;
+    }
+    if (enable && (blockId_.isErased() || blockId_.isEffectivelyErased())) {
+        return Orbx::eInvalidBlockId;
+    }
+    return attachRecords(enable);
+}
+
+Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {
+    Orbx::ErrorStatus failure = Orbx::eOk;
+    for (const KtDbObjectId recordId : recordIds_) {
+        if (failure != Orbx::eOk) {
+            leaveBehind(recordId, failure);
+            continue;
+        }
+        const OpenedObject<KtDbBlockTableRecord> record(recordId, KtDb::kForNotify, !attach);
+        failure = record.status();
+        if (!record) {
+            if (attach) {
+                return failure;
+            }
+            leaveBehind(recordId, failure);
+        } else if (attach) {
+            std::ignore = record->addReactor(this);
+        } else {
+            std::ignore = record->removeReactor(this);
+        }
+    }
+    return failure;
+}
+
+Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach) {
+    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForNotify, true);
+    if (!opened) {
+        if (!attach) {
+            leaveBehind(reference, opened.status());
+        }
+        return opened.status();
+    }
+    if (attach) {
+        std::ignore = opened->addReactor(this);
+        const std::unique_ptr<KtDbObjectIterator> attributes(opened->attributeIterator());
+        if (attributes != nullptr) {
+            attachAttributes(reference, *attributes);
+        }
+        return Orbx::eOk;
+    }
+    std::ignore = opened->removeReactor(this); // not there when it could not be added
+    const auto entry = attributesByReference_.find(reference);
+    if (entry != attributesByReference_.end()) {
+        detachAttributes(*entry->second);
+        attributesByReference_.erase(entry);
+    }
+    return Orbx::eOk;
+}
+
+/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
+/// has its attributes twice, and letting go of it once lets go of them all.
+void KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+    const auto entry = attributesByReference_.find(reference);
+    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : entry->second.get();
+    for (; !attributes.done(); attributes.step()) {
+        const KtDbObjectId attribute = attributes.objectId();
+        if (!attachAttribute(attribute)) {
+            continue;
+        }
+        if (recorded == nullptr) {
+            auto made = std::make_unique<KtDbObjectIdArray>(0, 8);
+            recorded = made.get();
+            attributesByReference_.insert_or_assign(reference, std::move(made));
+        }
+        recorded->append(attribute);
+    }
+}
+
+bool KtDxBlock::attachAttribute(KtDbObjectId attribute) {
+    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
+        attribute.isEffectivelyErased()) {
+        return false;
+    }
+    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+    if (!opened) {
+        return false;
+    }
+    std::ignore = opened->addReactor(this);
+    return true;
+}
+
+void KtDxBlock::detachAttributes(const KtDbObjectIdArray& attributes) {
+    for (const KtDbObjectId attribute : attributes) {
+        if (attribute.isNull() || !attribute.isValid()) {
+            continue;
+        }
+        const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+        if (opened) {
+            std::ignore = opened->removeReactor(this); // recorded twice, it is not there the second time
+        } else {
+            leaveBehind(attribute, opened.status());
+        }
+    }
+}
+
+void KtDxBlock::detachAllAttributes() {
+    for (const auto& [reference, attributes] : attributesByReference_) {
+        detachAttributes(*attributes);
+    }
+    attributesByReference_.clear();
+}
+
+/// Remembers an object that still holds this reactor because it would not open. A released one has said
+/// goodbye.
+void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
+    if (why == Orbx::eObjectReleased) {
+        return;
+    }
+    try {
+        leftBehind_.push_back(object);
+    } catch (const std::bad_alloc&) {
+        // Two refusals at once: the object keeps a reactor that must not be remembered.
+        return;
+    }
+}
+
+void KtDxBlock::letGoOfLeftBehind() {
+    for (const KtDbObjectId object : leftBehind_) {
+        const OpenedObject<KtDbObject> opened(object, KtDb::kForNotify, true);
+        if (opened) {
+            std::ignore = opened->removeReactor(this);
+        }
+    }
+}
+
+bool isModelSpaceBlockId(KtDbObjectId id) {
+    if (id.isNull() || !id.isValid()) {
+        return false;
+    }
+    const KtDbDatabase* database = id.database();
+    return database != nullptr && id == KtDbSymbolUtilities::servicesPtr()->blockModelSpaceId(database);
+}

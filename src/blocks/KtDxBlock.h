@@ -1,0 +1,124 @@
+#pragma once
+
+#include <KtArray.h>
+#include <KtDbObjectId.h>
+#include <KtDbObjectReactor.h>
+#include <KtRxCallback.h>
+
+#include "notify/ByAddress.h"
+#include "notify/KtDxEnableBase.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+class KtDbBlockTableRecord;
+class KtDbObjectIterator;
+class KtDxBlocks;
+
+using KtDbObjectIdArray = KtArray<KtDbObjectId>;
+using KtDxCallbackSet = std::set<KtRxCallback, ByAddress>;
+
+/// Watches one block definition, together with the anonymous records that represent it if it is dynamic:
+/// records every reference to them by container, and every reference's attributes, and hears what happens to
+/// all of these.
+///
+/// Notifications only set two marks, which are passed on to the owner at once: needs-update (something was
+/// touched) and changed (clients must hear of it). `update` rescans the references and decides what else is a
+/// change. A rescan needs no enabled monitor; reactors are attached only while it is enabled. User-interface
+/// thread only.
+class KtDxBlock : public KtDbObjectReactor, public KtDxEnableBase {
+public:
+    /// References by the record that holds them, each list in ascending order of id.
+    using References = std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>>;
+
+    /// A new monitor, initialised; on failure null, with no trace of it left in the
+    /// owner.
+    static Orbx::ErrorStatus create(KtDxBlocks* owner, const KtDbBlockTableRecord* record,
+                                    std::unique_ptr<KtDxBlock>& block);
+
+    KtDxBlock() = default;
+    ~KtDxBlock() override;
+
+    void copied(const KtDbObject* object, const KtDbObject* copy) override;
+    /// Lets go of the object. What was recorded of it stays until the next update.
+    void goodbye(const KtDbObject* object) override;
+    void openedForModify(const KtDbObject* object) override;
+
+    /// Rescans the references to all records of the block, `recordId` among them from now on. eMissing
+    /// without an owner, eInvalidBlockId for the null id; a host's status when a record cannot be asked for
+    /// its references, and then nothing has changed.
+    virtual Orbx::ErrorStatus update(KtDbObjectId recordId);
+    /// Rescans the references.
+    virtual Orbx::ErrorStatus refresh();
+    /// Owned by the monitor.
+    virtual References* references();
+    virtual bool needsUpdate() const;
+    /// Setting the mark tells the owner first, and does nothing without one.
+    virtual void setNeedsUpdate(bool on);
+    virtual bool isChanged() const;
+    /// Setting the mark tells the owner first, and does nothing without one.
+    virtual void setChanged(bool on);
+    /// Owned by the monitor.
+    virtual KtDxCallbackSet* callbacks();
+    /// A null callback is ignored.
+    virtual void addCallback(KtRxCallback callback);
+    virtual void removeCallback(KtRxCallback callback);
+
+    /// Attaches to, or lets go of, the records, references and attributes. eInvalidBlockId when enabling for
+    /// a definition that is not there; otherwise the status of a record that would not open.
+    Orbx::ErrorStatus setEnabled(bool enable) override;
+
+    /// Binds the monitor to an owner and an opened record and scans for the first time. It then takes the
+    /// owner's enabled state.
+    Orbx::ErrorStatus init(KtDxBlocks* owner, const KtDbBlockTableRecord* record);
+    /// Lets go of everything watched, and forgets owner, block, references and callbacks.
+    void reset();
+
+    KtDbObjectId blockId() const { return blockId_; }
+
+    /// The definition first, then its representations in the order in which they were found.
+    const KtDbObjectIdArray& recordIds() const { return recordIds_; }
+
+    /// Attributes by reference, recorded while enabled.
+    const std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>>& attributesByReference() const {
+        return attributesByReference_;
+    }
+
+private:
+    using IdVector = std::vector<KtDbObjectId>;
+    struct Rescan;
+
+    Orbx::ErrorStatus rescan();
+    void findRepresentations();
+    Orbx::ErrorStatus collectCandidates(IdVector& candidates) const;
+    Orbx::ErrorStatus takeRecorded(IdVector& previous);
+    Orbx::ErrorStatus fileReference(KtDbObjectId reference, Rescan& pass);
+    KtDbObjectId containerOf(KtDbObjectId owner) const;
+    KtDbObjectIdArray* containerArray(KtDbObjectId container);
+    void dropMissing(const Rescan& pass);
+    void dropUnusedContainers(Rescan& pass);
+
+    Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
+    void attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
+    bool attachAttribute(KtDbObjectId attribute);
+    void detachAttributes(const KtDbObjectIdArray& attributes);
+    void detachAllAttributes();
+    Orbx::ErrorStatus attachRecords(bool attach);
+    void leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why);
+    void letGoOfLeftBehind();
+
+    KtDxBlocks* owner_ = nullptr;
+    KtDbObjectId blockId_;
+    References referencesByContainer_;
+    bool changed_ = false;
+    bool needsUpdateFlag_ = true;
+    KtDxCallbackSet callbackSet_;
+    std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>> attributesByReference_;
+    KtDbObjectIdArray recordIds_;
+    IdVector leftBehind_; // objects that would not open to let go of this reactor; asked once more at the end
+};
+
+/// True exactly when the id is that of the model space of its own database.
+bool isModelSpaceBlockId(KtDbObjectId id);

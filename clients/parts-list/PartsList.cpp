@@ -1,0 +1,186 @@
+#include "PartsList.h"
+
+#include "Csv.h"
+#include "DrawingIds.h"
+#include "Refusal.h"
+#include "ReplaceFile.h"
+#include "Utf8.h"
+
+#include <ktdx/KtDxNotify.h>
+
+#include <KtApDocument.h>
+#include <KtEd.h>
+
+#include <fstream>
+#include <ios>
+#include <iterator>
+#include <utility>
+
+namespace parts {
+
+namespace {
+
+std::wstring describe(const TableDiff& diff) {
+    return std::to_wstring(diff.added) + L" added, " + std::to_wstring(diff.changed) + L" changed, " +
+           std::to_wstring(diff.removed) + L" removed";
+}
+
+KtArray<KtDbObjectId> toArray(const std::vector<KtDbObjectId>& ids) {
+    KtArray<KtDbObjectId> array(ids.size());
+    for (const KtDbObjectId id : ids) {
+        array.append(id);
+    }
+    return array;
+}
+
+std::string readAll(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+} // namespace
+
+PartsList::PartsList(KtApDocument& document, DocumentTimer& timer, const Options& options)
+    : document_(document),
+      timer_(timer),
+      options_(options),
+      source_(*document.database(), options),
+      table_(extract()),
+      changedSlot_([this] { blocksChanged(); }),
+      idleSlot_([this] { idle(); }) {
+    if (options_.table) {
+        drawn_.emplace(document_, *options_.table, table_);
+    }
+    try {
+        attach();
+        timer_.attach(idleSlot_.function(), 0);
+        writeFile();
+    } catch (...) {
+        stop();
+        throw;
+    }
+    for (const std::wstring& block : source_.absent()) {
+        print(L"the drawing has no block '" + block + L"'");
+    }
+    print(std::to_wstring(table_.rows.size()) + L" rows, " + describe(compareTables({}, table_)));
+}
+
+void PartsList::stop() {
+    ktdxBlockReferenceMonitorDetach(&document_, changedSlot_.function());
+    timer_.detach(idleSlot_.function());
+}
+
+void PartsList::stopWithDocument() {
+    ktdxBlockReferenceMonitorDetach(&document_, changedSlot_.function());
+}
+
+void PartsList::attach() {
+    const KtDbDatabase& database = *document_.database();
+    knownRecords_ = listRecords(database);
+    // A representation that is older than its definition is watched by itself, so each is named.
+    std::vector<KtDbObjectId> watched = withRepresentations(source_.definitions(database));
+    if (drawn_) {
+        watched.push_back(drawn_->record()); // undo can bring cells of long ago back
+    }
+    const KtArray<KtDbObjectId> ids = toArray(watched);
+    if (!ids.isEmpty() && !ktdxBlockReferenceMonitorAttach(&document_, &ids, changedSlot_.function())) {
+        throw Refusal(L"the drawing cannot be watched; is KtDxNotify loaded?");
+    }
+}
+
+PartsTable PartsList::extract() const {
+    const KtDbDatabase& database = *document_.database();
+    return extractParts(database, {.definitions = source_.definitions(database),
+                                   .kind = options_.kind,
+                                   .conditions = options_.conditions,
+                                   .tags = source_.tags(),
+                                   .ownTable = drawn_ ? drawn_->id() : KtDbObjectId()});
+}
+
+void PartsList::refresh(bool always) {
+    PartsTable fresh = extract();
+    const TableDiff diff = compareTables(table_, fresh);
+    if (!always && fresh == table_) {
+        return;
+    }
+    table_ = std::move(fresh);
+    print(std::to_wstring(diff.rows) + L" rows, " + describe(diff));
+    publish();
+}
+
+void PartsList::publish() {
+    try {
+        drawTable();
+    } catch (const Refusal& refusal) { // no reason to keep the file waiting
+        print(refusal.reason());
+    }
+    writeFile();
+}
+
+void PartsList::writeFile() const {
+    if (options_.file.empty()) {
+        return;
+    }
+    const std::error_code failure = replaceFile(toPath(options_.file), toCsv(table_));
+    if (failure) {
+        throw Refusal(L"'" + options_.file + L"' cannot be written: " + fromUtf8(failure.message()));
+    }
+}
+
+void PartsList::drawTable() {
+    if (!drawn_) {
+        return;
+    }
+    if (drawn_->isThere()) {
+        toldOfLoss_ = false;
+        drawn_->update(table_);
+    } else if (!std::exchange(toldOfLoss_, true)) {
+        print(L"the table in the drawing is erased and not drawn any more until it is restored");
+    }
+}
+
+void PartsList::check() const {
+    const TableDiff diff = compareTables(table_, extract());
+    if (!diff.isEmpty()) {
+        throw Refusal(L"the list differs from the drawing: " + describe(diff));
+    }
+    checkFile();
+    if (drawn_ && drawn_->isThere() && !drawn_->shows(table_)) {
+        throw Refusal(L"the table in the drawing differs from the list");
+    }
+    print(std::to_wstring(table_.rows.size()) + L" rows agree with the drawing");
+}
+
+void PartsList::checkFile() const {
+    if (!options_.file.empty() && readAll(toPath(options_.file)) != toCsv(table_)) {
+        throw Refusal(L"'" + options_.file + L"' differs from the list");
+    }
+}
+
+bool PartsList::hasOtherDefinitions() const {
+    return listRecords(*document_.database()) != knownRecords_;
+}
+
+void PartsList::blocksChanged() {
+    if (hasOtherDefinitions()) {
+        attach();
+    }
+    refresh(true);
+}
+
+void PartsList::idle() {
+    if (!hasOtherDefinitions()) {
+        return;
+    }
+    // Only what KtDxNotify has seen can be attached to. It has if its own check came first; otherwise it
+    // looks now, and tells of everything that there is to tell.
+    ktdxUpdateBlockGraph(&document_, false, true);
+    attach();
+    refresh(false);
+}
+
+void PartsList::print(const std::wstring& text) const {
+    ktedPrint((L"parts " + std::wstring(document_.name()) + L": " + text).c_str());
+}
+
+} // namespace parts

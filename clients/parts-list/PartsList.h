@@ -1,0 +1,70 @@
+#pragma once
+
+#include "CallbackSlot.h"
+#include "DocumentTimer.h"
+#include "DrawnTable.h"
+#include "Extract.h"
+#include "ListSource.h"
+#include "Options.h"
+#include "PartsTable.h"
+#include "TableDiff.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+class KtApDocument;
+
+namespace parts {
+
+/// A parts list that follows one document. It is extracted again whenever KtDxNotify calls, and whenever an
+/// idle check finds that the drawing has other definitions than before: a definition that is new, with the
+/// first reference to it, changes none of those that were there to be watched.
+class PartsList {
+public:
+    /// Extracts, draws and writes the list for the first time, as part of the running command, and begins to
+    /// watch. Throws Refusal, and then watches nothing. The timer must outlive it.
+    PartsList(KtApDocument& document, DocumentTimer& timer, const Options& options);
+    PartsList(const PartsList&) = delete;
+    PartsList& operator=(const PartsList&) = delete;
+    ~PartsList() = default;
+
+    /// Watches no longer. What was written and drawn stays.
+    void stop();
+    /// The document is going, and KtDxNotify's record of it may have gone. To detach from the timer would
+    /// make a new record for it, so that is left out: the timer goes with the document.
+    void stopWithDocument();
+
+    const PartsTable& table() const { return table_; }
+
+    /// Extracts afresh and compares with the list, the file and the table in the drawing. Throws Refusal with
+    /// what differs.
+    void check() const;
+
+private:
+    void attach();
+    void publish();
+    void writeFile() const;
+    void drawTable();
+    void checkFile() const;
+    PartsTable extract() const;
+    /// Extracts and publishes. Without `always` only if something has changed.
+    void refresh(bool always);
+    bool hasOtherDefinitions() const;
+    void blocksChanged();
+    void idle();
+    void print(const std::wstring& text) const;
+
+    KtApDocument& document_;
+    DocumentTimer& timer_;
+    Options options_;
+    ListSource source_;
+    std::vector<KtDbObjectId> knownRecords_; // the whole block table as it was last seen
+    PartsTable table_;
+    std::optional<DrawnTable> drawn_;
+    bool toldOfLoss_ = false; // that the table in the drawing is gone
+    CallbackSlot changedSlot_;
+    CallbackSlot idleSlot_;
+};
+
+} // namespace parts

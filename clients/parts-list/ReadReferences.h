@@ -1,0 +1,14 @@
+#pragma once
+
+#include "PlacedReference.h"
+
+#include <vector>
+
+namespace parts {
+
+/// Reads the living references to these records with their attributes and designations, record by record.
+/// References in a container that is itself erased are left out, and so is what cannot be opened. Takes time
+/// proportional to what is read.
+std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& records);
+
+} // namespace parts

@@ -1,0 +1,62 @@
+#include "NaturalOrder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace parts {
+
+namespace {
+
+TEST(NaturalOrder, ComparesRunsOfDigitsAsNumbers) {
+    EXPECT_TRUE(naturalOrder(L"R2", L"R10") < 0);
+    EXPECT_TRUE(naturalOrder(L"C10_3", L"C10_20") < 0);
+}
+
+TEST(NaturalOrder, ComparesNumbersLongerThanAnyInteger) {
+    EXPECT_TRUE(naturalOrder(L"R99999999999999999999999998", L"R99999999999999999999999999") < 0);
+}
+
+TEST(NaturalOrder, PutsTheBeginningOfATextBeforeTheText) {
+    EXPECT_TRUE(naturalOrder(L"R", L"R1") < 0);
+    EXPECT_TRUE(naturalOrder(L"", L"R") < 0);
+}
+
+TEST(NaturalOrder, LetsLeadingZerosDecideOnlyBetweenTextsOtherwiseEqual) {
+    EXPECT_TRUE(naturalOrder(L"R01", L"R1") < 0);
+    EXPECT_TRUE(naturalOrder(L"R01B", L"R1A") > 0);
+}
+
+TEST(NaturalOrder, CallsOnlyTheSameTextEqual) {
+    EXPECT_TRUE(naturalOrder(L"R1", L"R1") == 0);
+    EXPECT_TRUE(naturalOrder(L"R1", L"r1") != 0);
+    EXPECT_TRUE(naturalOrder(L"000", L"0") != 0);
+}
+
+std::wstring randomText(std::mt19937& random) {
+    std::wstring text;
+    for (auto length = random() % 6; length > 0; --length) {
+        text += L"019aR_"[random() % 6];
+    }
+    return text;
+}
+
+TEST(NaturalOrder, SortsTheSameWhateverTheInputsOrder) {
+    const unsigned seed = std::random_device()();
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    std::vector<std::wstring> texts(200);
+    std::generate(texts.begin(), texts.end(), [&] { return randomText(random); });
+    std::vector<std::wstring> others = texts;
+    std::shuffle(others.begin(), others.end(), random);
+    std::sort(texts.begin(), texts.end(), NaturalLess());
+    std::sort(others.begin(), others.end(), NaturalLess());
+    EXPECT_EQ(texts, others);
+}
+
+} // namespace
+
+} // namespace parts

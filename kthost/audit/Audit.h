@@ -22,9 +22,12 @@ public:
     void addSource(LeftoverSource source) { sources_.push_back(std::move(source)); }
 
     AuditReport afterUnload(const std::string& moduleName, const AddressRange& range) const;
+    /// When a document is closed, and at the host's end, whatever is there at all.
+    AuditReport afterClose(const std::string& documentName) const;
     AuditReport atEnd() const;
 
 private:
+    AuditReport everything(const std::string& when) const;
     std::vector<Leftover> collect() const;
 
     std::vector<LeftoverSource> sources_;

@@ -6,8 +6,10 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kthost {
@@ -17,9 +19,14 @@ class DocumentManager;
 
 /// A command that a module brought.
 struct ModuleCommand {
+    ModuleCommand(std::wstring theName, std::wstring theUsage, KtEdCommandFunction theFunction)
+        : name(std::move(theName)),
+          usage(std::move(theUsage)),
+          function(theFunction) {}
+
     std::wstring name;
     std::wstring usage;
-    KtEdCommandFunction function = nullptr;
+    KtEdCommandFunction function;
 };
 
 /// The commands that modules brought, by name. One at a time in a process.
@@ -49,16 +56,12 @@ public:
 
 private:
     std::map<std::wstring, ModuleCommand, std::less<>> commands_;
-    std::vector<std::wstring> reserved_;
+    std::set<std::wstring> reserved_;
 };
 
 /// Runs a module's command in a document, as any command of the host runs. A command that failed without
 /// giving a reason gets one.
 CommandOutcome runModuleCommand(DocumentManager& documents, Document& document, const ModuleCommand& command,
                                 const std::vector<std::wstring>& words);
-
-/// Where `ktedPrint` lines go. Without one they go to standard output in UTF-8.
-using PrintSink = std::function<void(std::wstring_view line)>;
-void setPrintSink(PrintSink sink);
 
 } // namespace kthost

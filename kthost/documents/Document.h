@@ -1,9 +1,10 @@
 #pragma once
 
 #include <KtApDocument.h>
-#include <KtDbDatabase.h>
 
-#include <functional>
+#include "kthost/database/Database.h"
+
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,18 +12,18 @@
 namespace kthost {
 
 /// Whose lock it is. Only locks of the calling execution context count unless others are asked for.
-enum class LockContext : bool { own, other };
+enum class LockContext : std::uint8_t { own, other };
 
 /// One open drawing, or a document without one. Made and destroyed by the DocumentManager.
 class Document final : public KtApDocument {
 public:
     /// `database` may be null.
-    Document(std::wstring name, std::unique_ptr<KtDbDatabase> database);
+    Document(std::wstring name, std::unique_ptr<Database> database);
     ~Document() override;
 
     const wchar_t* name() const override { return name_.c_str(); }
 
-    KtDbDatabase* database() const override { return database_.get(); }
+    Database* database() const override { return database_.get(); }
 
     bool isQuiescent() const override { return !commandActive_ && !dialogOpen_; }
 
@@ -44,8 +45,10 @@ private:
         LockContext context;
     };
 
+    static KtAp::DocLockMode strongest(const std::vector<Lock>& locks, bool includeOtherContexts);
+
     std::wstring name_;
-    std::unique_ptr<KtDbDatabase> database_;
+    std::unique_ptr<Database> database_;
     std::vector<Lock> locks_; // oldest first
     int pendingInputCount_ = 0;
     bool commandActive_ = false;

@@ -39,11 +39,11 @@ public:
     int pendingInputCount(KtApDocument* document) const override;
 
     /// Opens a document: announced as created, then made the current one. `database` may be null.
-    Document& create(std::wstring name, std::unique_ptr<KtDbDatabase> database);
+    Document& create(std::wstring name, std::unique_ptr<Database> database);
 
     /// The same in two steps, for a creation that can still be cancelled: a prepared document is known to
     /// nobody until it is announced; announcing does not make it current.
-    Document& prepare(std::wstring name, std::unique_ptr<KtDbDatabase> database);
+    Document& prepare(std::wstring name, std::unique_ptr<Database> database);
     void announce(Document& document);
     /// Takes a creation back, whether it was announced or not; the document is destroyed.
     HostResult cancelCreation(Document& document);
@@ -93,27 +93,30 @@ public:
 
     Reactors& reactors() { return reactors_; }
 
-    /// Called when a document has been announced, and before one is announced as about to be destroyed.
-    std::function<void(Document&)> onOpened;
-    std::function<void(Document&)> onClosing;
+    const Reactors& reactors() const { return reactors_; }
+
+    /// Called when everybody has heard that a document is about to be destroyed, while its drawing is still
+    /// there.
+    std::function<void(Document&)> onDestroying;
 
 private:
     struct ActiveCommand;
     class CommandScope;
+    class LocksRestored;
 
-    std::unique_ptr<Document> take(const Document& document);
-    HostResult refuseNow(const std::string& what) const;
+    void end(Document& document);
     void destroy(Document& document);
-    void leave(const Document& document);
-    CommandOutcome perform(Document& document, ActiveCommand& command, const CommandFunction& function);
-    void changeLock(Document& document, const std::wstring& name, const std::function<void()>& change);
+    void withdraw(const Document& document);
+    void changeLocks(Document& document, std::vector<Document::Lock> locks, const std::wstring& name);
+    CommandOutcome perform(Document& document, const ActiveCommand& command, const CommandFunction& function,
+                           CommandUndo undo);
 
-    template <typename Notify>
-    void notify(const char* event, const KtApDocument* document, Notify&& notification);
+    template <typename Notification>
+    void notify(const char* event, const KtApDocument* document, Notification&& notification);
 
     std::vector<std::unique_ptr<Document>> owned_; // prepared and open
     std::vector<Document*> open_;
-    std::vector<Document*> recency_; // current ones, the latest last
+    std::vector<Document*> recency_; // those that have been current, the latest last
     Document* current_ = nullptr;
     ActiveCommand* activeCommand_ = nullptr;
     Reactors reactors_;

@@ -50,21 +50,18 @@ public:
 
     DocumentManager& documents() { return documents_; }
 
-    /// Where the database's own findings are added.
-    Audit& audit() { return audit_; }
-
-    /// What the audits of the modules unloaded so far have found.
+    /// What has been found so far: by the audit of each module unloaded and each document closed.
     const AuditReport& report() const { return report_; }
 
     /// Closes the documents, tells the modules that the host ends, unloads them (the youngest first) and
-    /// audits what is left. Gives what all audits found; asking again only gives it again.
+    /// audits what is left. Gives what all audits found; asking again only gives it again. Not to be called
+    /// while module code runs.
     const AuditReport& end();
 
 private:
-    void connect();
     void addSources();
     void moduleLeaves(const LoadedModule& module);
-    void moduleGone(const AddressRange& range);
+    void documentGoes(const Document& document);
 
     SystemRegistry registry_;
     CallbackLedger callbacks_;
@@ -76,7 +73,7 @@ private:
     DocumentManager documents_;
     Audit audit_;
     AuditReport report_;
-    bool ended_ = false;
+    bool ending_ = false;
 };
 
 } // namespace kthost

@@ -38,7 +38,8 @@ private:
     const ModuleCodeScope* outer_;
 };
 
-/// eNotNow with "WHAT cannot be done while the command set is running" when module code runs.
+/// eNotNow while module code runs: `what` is "plan cannot be closed", the reason goes on with "while the
+/// command set is running".
 HostResult refuseWhileModuleCodeRuns(std::string_view what);
 
 } // namespace kthost

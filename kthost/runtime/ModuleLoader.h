@@ -40,6 +40,7 @@ private:
     SharedLibrary library_;
     AddressRange range_;
     bool mdiAware_ = false;
+    bool initialised_ = false;
 };
 
 /// Loads, addresses and unloads run-time modules. One at a time in a process; user-interface thread only.
@@ -92,9 +93,6 @@ public:
     /// Called when a module has answered the unload message (or failed to initialise) and is still in memory:
     /// the last moment at which what it left behind can be looked at.
     std::function<void(const LoadedModule&)> onLeaving;
-    /// Called when a module is out of memory.
-    std::function<void(const std::string& name, const AddressRange&)> onGone;
-
     /// Behind KtUtResource.
     HMODULE loadResource(const wchar_t* name);
     bool freeResource(HMODULE library);
@@ -106,6 +104,7 @@ private:
     };
 
     HostResult refuseTwice(const std::filesystem::path& file) const;
+    HostResult start(LoadedModule& module);
     static HostResult checkInterface(const LoadedModule& module);
     HostResult initialise(LoadedModule& module);
     void release(LoadedModule& module);

@@ -44,6 +44,8 @@ public:
 
     Filters& filters() { return filters_; }
 
+    const Filters& filters() const { return filters_; }
+
 private:
     std::deque<MSG> queue_;
     Filters filters_;

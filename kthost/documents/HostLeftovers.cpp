@@ -1,0 +1,116 @@
+#include "kthost/documents/HostLeftovers.h"
+
+#include "kthost/database/OpenObjects.h"
+#include "kthost/documents/CommandRegistry.h"
+#include "kthost/documents/DocumentManager.h"
+#include "kthost/documents/ObjectText.h"
+#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/CallbackLedger.h"
+#include "kthost/runtime/CodeOrigin.h"
+#include "kthost/runtime/SystemRegistry.h"
+#include "kthost/window/MessageLoop.h"
+
+namespace kthost {
+
+namespace {
+
+const char* textOf(KtDb::OpenMode mode) {
+    switch (mode) {
+    case KtDb::kForRead:
+        return "reading";
+    case KtDb::kForWrite:
+        return "writing";
+    case KtDb::kForNotify:
+        break;
+    }
+    return "notify";
+}
+
+Leftover leftoverOf(const OpenObject& open) {
+    Leftover leftover;
+    leftover.text = "left open for " + std::string(textOf(open.mode)) + ": " + objectText(open.id);
+    leftover.always = true;
+    return leftover;
+}
+
+Leftover leftoverOf(const AttachedReactor& attached) {
+    return {"reactor left on " + objectText(attached.id), virtualTableOf(attached.reactor), {}, false};
+}
+
+void addEntries(const Dictionary& dictionary, const char* what, std::vector<Leftover>& leftovers) {
+    for (const auto& [key, entry] : dictionary.entries()) {
+        if (key != kServiceDictionaryKey) {
+            leftovers.push_back({what + toUtf8(key), entry.code, entry.broughtBy, false});
+        }
+    }
+}
+
+bool isInOpenDocument(const DocumentManager& documents, KtDbObjectId id) {
+    return documents.documentOf(id.database()) != nullptr;
+}
+
+} // namespace
+
+void addOpenObjects(std::vector<Leftover>& leftovers) {
+    for (const OpenObject& open : openObjects()) {
+        leftovers.push_back(leftoverOf(open));
+    }
+}
+
+void addObjectReactors(std::vector<Leftover>& leftovers) {
+    for (const AttachedReactor& attached : attachedReactors()) {
+        leftovers.push_back(leftoverOf(attached));
+    }
+}
+
+void addOpenObjectsWithoutDocument(const DocumentManager& documents, std::vector<Leftover>& leftovers) {
+    for (const OpenObject& open : openObjects()) {
+        if (!isInOpenDocument(documents, open.id)) {
+            leftovers.push_back(leftoverOf(open));
+        }
+    }
+}
+
+void addObjectReactorsWithoutDocument(const DocumentManager& documents, std::vector<Leftover>& leftovers) {
+    for (const AttachedReactor& attached : attachedReactors()) {
+        if (!isInOpenDocument(documents, attached.id)) {
+            leftovers.push_back(leftoverOf(attached));
+        }
+    }
+}
+
+void addManagerReactors(const DocumentManager& documents, std::vector<Leftover>& leftovers) {
+    documents.reactors().inspect([&leftovers](const KtApDocManagerReactor*, const CodeOrigin& origin) {
+        leftovers.push_back(
+            {"reactor left on the document manager: " + origin.className, origin.code, {}, false});
+    });
+}
+
+void addFilters(const MessageLoop& loop, std::vector<Leftover>& leftovers) {
+    loop.filters().inspect([&leftovers](KtEdMessageFilter, const CodeOrigin& origin) {
+        leftovers.push_back({"message filter left registered", origin.code, {}, false});
+    });
+}
+
+void addCommands(const CommandRegistry& commands, std::vector<Leftover>& leftovers) {
+    for (const auto& [name, command] : commands.commands()) {
+        leftovers.push_back(
+            {"command left registered: " + toUtf8(name), addressOfFunction(command.function), {}, false});
+    }
+}
+
+void addRegistryEntries(SystemRegistry& registry, std::vector<Leftover>& leftovers) {
+    addEntries(registry.root(), "left in the system registry: ", leftovers);
+    if (const Dictionary* services = registry.services()) {
+        addEntries(*services, "service left registered: ", leftovers);
+    }
+}
+
+void addCallbacks(const CallbackLedger& callbacks, std::vector<Leftover>& leftovers) {
+    callbacks.inspect([&leftovers](const KtApDocument* document, KtRxCallback callback) {
+        const std::string of = document == nullptr ? "" : " for " + toUtf8(document->name());
+        leftovers.push_back({"callback left attached" + of, addressOfFunction(callback), {}, false});
+    });
+}
+
+} // namespace kthost

@@ -68,7 +68,7 @@ namespace {
 
 std::error_code lastError() noexcept {
     const int code = errno;
-    if (code == EAGAIN || code == EWOULDBLOCK) {
+    if (code == EWOULDBLOCK) {
         return std::make_error_code(std::errc::text_file_busy);
     }
     return {code, std::generic_category()};

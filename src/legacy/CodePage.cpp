@@ -12,16 +12,38 @@ using Encoding = std::codecvt<wchar_t, char, std::mbstate_t>;
 /// little; no encoding's character is nearly as long.
 constexpr std::size_t kSlice = 256;
 
-/// Appends what of `bytes` is text; the number of bytes used.
-std::size_t appendText(std::string_view bytes, const Encoding& encoding, std::wstring& text) {
-    std::array<wchar_t, kSlice> converted{};
+/// What of some bytes is text.
+struct Converted {
+    std::array<wchar_t, kSlice> text{};
+    std::size_t length = 0;
+    std::size_t bytesUsed = 0;
+    bool complete = false; ///< no character is cut off at the end
+};
+
+void convert(std::string_view bytes, const Encoding& encoding, Converted& converted) {
     std::mbstate_t state{};
     const char* next = bytes.data();
-    wchar_t* end = converted.data();
-    encoding.in(state, bytes.data(), bytes.data() + bytes.size(), next, converted.data(),
-                converted.data() + converted.size(), end);
-    text.append(converted.data(), end);
-    return static_cast<std::size_t>(next - bytes.data());
+    wchar_t* end = converted.text.data();
+    const auto result =
+        encoding.in(state, bytes.data(), bytes.data() + bytes.size(), next, converted.text.data(),
+                    converted.text.data() + converted.text.size(), end);
+    converted.length = static_cast<std::size_t>(end - converted.text.data());
+    converted.bytesUsed = static_cast<std::size_t>(next - bytes.data());
+    converted.complete = result == Encoding::error || std::mbsinit(&state) != 0;
+}
+
+/// Appends what of the front of `bytes` is text; the number of bytes used. A character that is cut off counts
+/// as used by the facet, so it is left out by giving less.
+std::size_t appendText(std::string_view bytes, const Encoding& encoding, std::wstring& text) {
+    Converted converted;
+    for (; !bytes.empty(); bytes.remove_suffix(1)) {
+        convert(bytes, encoding, converted);
+        if (converted.complete) {
+            text.append(converted.text.data(), converted.length);
+            return converted.bytesUsed;
+        }
+    }
+    return 0;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "legacy/FileSource.h"
 
 #include "legacy/TemplateFailure.h"
+#include "legacy/Utf16.h"
 
 namespace {
 
@@ -36,7 +37,8 @@ std::uint64_t FileSource::size() const {
 
 std::filesystem::path templatePath(const std::wstring& name) {
     try {
-        return {name};
+        // By way of UTF-16, since wide names depend on the program's locale.
+        return {utf16FromWide(name)};
     } catch (const std::filesystem::filesystem_error& error) {
         throw FileFailure(std::string("cannot be opened: ") + error.what());
     }

@@ -1,0 +1,98 @@
+#include "tests/legacy/CountedMemory.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace {
+
+constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kHeader = alignof(std::max_align_t);
+
+std::size_t currentBytes = 0;
+std::size_t peakBytes = 0;
+std::size_t allocationsLeft = kNever;
+
+bool mustFail() {
+    if (allocationsLeft == kNever) {
+        return false;
+    }
+    if (allocationsLeft > 0) {
+        --allocationsLeft;
+        return false;
+    }
+    allocationsLeft = kNever;
+    return true;
+}
+
+void* give(std::size_t size) {
+    void* memory = mustFail() ? nullptr : std::malloc(size + kHeader);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    *static_cast<std::size_t*>(memory) = size;
+    currentBytes += size;
+    peakBytes = std::max(peakBytes, currentBytes);
+    return static_cast<unsigned char*>(memory) + kHeader;
+}
+
+void takeBack(void* given) noexcept {
+    if (given != nullptr) {
+        void* memory = static_cast<unsigned char*>(given) - kHeader;
+        currentBytes -= *static_cast<std::size_t*>(memory);
+        std::free(memory);
+    }
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return give(size);
+}
+
+void* operator new[](std::size_t size) {
+    return give(size);
+}
+
+void operator delete(void* given) noexcept {
+    takeBack(given);
+}
+
+void operator delete[](void* given) noexcept {
+    takeBack(given);
+}
+
+void operator delete(void* given, std::size_t /*size*/) noexcept {
+    takeBack(given);
+}
+
+void operator delete[](void* given, std::size_t /*size*/) noexcept {
+    takeBack(given);
+}
+
+namespace counted_memory {
+
+std::size_t current() {
+    return currentBytes;
+}
+
+std::size_t peak() {
+    return peakBytes;
+}
+
+void resetPeak() {
+    peakBytes = currentBytes;
+}
+
+void failAfter(std::size_t allocations) {
+    allocationsLeft = allocations;
+}
+
+bool cancelFailure() {
+    const bool left = allocationsLeft != kNever;
+    allocationsLeft = kNever;
+    return left;
+}
+
+} // namespace counted_memory

@@ -20,8 +20,10 @@ struct SheetFile {
 /// One place of the hierarchy at which a sheet file lies.
 struct SheetInstance {
     std::size_t file = 0;
-    std::wstring path;  ///< uuids, the root's first: "/ROOT/SHEET"
-    std::wstring names; ///< sheet names: "/" for the root, "/Amplifier/Left" below it
+    std::wstring path;      ///< uuids, the root's first: "/ROOT/SHEET"
+    std::wstring names;     ///< sheet names: "/" for the root, "/Amplifier/Left" below it
+    std::size_t parent = 0; ///< index of the place that this one lies on; the root's is its own
+    std::size_t sheet = 0;  ///< which of that one's sheets it is; 0 for the root
 };
 
 /// A schematic with all its sheets. The hierarchy has no circles.

@@ -86,7 +86,7 @@ public:
     Design load(const fs::path& root);
 
 private:
-    std::size_t add(FoundFile found, fs::path path, const fs::path& name);
+    std::size_t add(const FoundFile& found, fs::path path, const fs::path& name);
     void readNext();
     void findChildren(std::size_t file);
     std::size_t findChild(std::size_t file, std::size_t sheet);
@@ -99,11 +99,11 @@ private:
 };
 
 Design DesignLoader::load(const fs::path& root) {
-    std::optional<FoundFile> found = findFile(root);
+    const std::optional<FoundFile> found = findFile(root);
     if (!found) {
         throw ReadError(toUtf8(pathText(root)), {}, "a schematic file", "none there");
     }
-    add(std::move(*found), root, root.filename());
+    add(*found, root, root.filename());
     while (filesRead_ < design_.files.size()) {
         readNext();
     }
@@ -111,7 +111,7 @@ Design DesignLoader::load(const fs::path& root) {
     return std::move(design_);
 }
 
-std::size_t DesignLoader::add(FoundFile found, fs::path path, const fs::path& name) {
+std::size_t DesignLoader::add(const FoundFile& found, fs::path path, const fs::path& name) {
     const auto [entry, isNew] = fileByPath_.emplace(pathText(found.canonical), design_.files.size());
     if (isNew) {
         design_.files.push_back({std::move(path), pathText(name), {}, {}});
@@ -144,12 +144,12 @@ std::size_t DesignLoader::findChild(std::size_t file, std::size_t sheet) {
     const SheetFile& parent = design_.files[file];
     const fs::path written = pathOf(parent.schematic.sheets[sheet].file);
     fs::path path = parent.path.parent_path() / written;
-    std::optional<FoundFile> found = findFile(path);
+    const std::optional<FoundFile> found = findFile(path);
     if (!found) {
         failAtSheet(parent, sheet, "a sheet file", "none at ");
     }
     const fs::path name = pathOf(parent.name).parent_path() / written;
-    return add(std::move(*found), std::move(path), name.lexically_normal());
+    return add(*found, std::move(path), name.lexically_normal());
 }
 
 } // namespace

@@ -21,6 +21,7 @@ public:
 
 private:
     void resolve(std::size_t index);
+    void inherit(std::size_t index, std::size_t parent);
     std::size_t parentOf(std::size_t index) const;
     std::size_t find(std::wstring_view name) const;
     [[noreturn]] void fail(std::size_t index, std::string expected, const std::wstring& found) const;
@@ -79,6 +80,15 @@ std::size_t ParentResolver::parentOf(std::size_t index) const {
     return parent;
 }
 
+void ParentResolver::inherit(std::size_t index, std::size_t parent) {
+    states_[index] = State::Resolved;
+    if (parent != kNone) {
+        symbols_[index].unitCount = symbols_[parent].unitCount;
+        symbols_[index].bodyStyleCount = symbols_[parent].bodyStyleCount;
+        symbols_[index].isPower |= symbols_[parent].isPower;
+    }
+}
+
 void ParentResolver::resolve(std::size_t index) {
     std::vector<std::size_t> chain;
     for (; index != kNone && states_[index] != State::Resolved; index = parentOf(index)) {
@@ -88,14 +98,9 @@ void ParentResolver::resolve(std::size_t index) {
         states_[index] = State::Underway;
         chain.push_back(index);
     }
-    for (auto each = chain.rbegin(); each != chain.rend(); ++each) {
-        if (index != kNone) {
-            symbols_[*each].unitCount = symbols_[index].unitCount;
-            symbols_[*each].bodyStyleCount = symbols_[index].bodyStyleCount;
-            symbols_[*each].isPower |= symbols_[index].isPower;
-        }
-        states_[*each] = State::Resolved;
-        index = *each;
+    for (; !chain.empty(); chain.pop_back()) {
+        inherit(chain.back(), index);
+        index = chain.back();
     }
 }
 

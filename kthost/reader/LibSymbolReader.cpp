@@ -42,7 +42,6 @@ constexpr SexprField<LibSymbol> kLibSymbolFields[] = {
     {"power", [](SexprCursor&, LibSymbol& symbol) { symbol.isPower = true; }},
     {"extends",
      [](SexprCursor& in, LibSymbol& symbol) { symbol.extends = in.text("the name of the parent entry"); }},
-    {"property", [](SexprCursor& in, LibSymbol& symbol) { readProperty(in, symbol.properties); }},
     {"symbol", readSubSymbol},
 };
 

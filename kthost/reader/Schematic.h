@@ -41,7 +41,6 @@ struct LibSymbol {
     bool isPower = false;
     int unitCount = 1;
     int bodyStyleCount = 1;
-    std::vector<SchematicProperty> properties;
     SourcePosition position; ///< of the name
 
     bool operator==(const LibSymbol&) const = default;

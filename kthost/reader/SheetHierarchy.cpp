@@ -12,15 +12,15 @@ namespace kthost {
 namespace {
 
 SheetInstance rootInstance(const Design& design) {
-    return {0, L"/" + design.files[0].schematic.uuid, L"/"};
+    return {0, L"/" + design.files[0].schematic.uuid, L"/", 0, 0};
 }
 
-SheetInstance childInstance(const Design& design, const SheetInstance& parent, std::size_t sheet) {
+SheetInstance childInstance(const Design& design, std::size_t parentIndex, std::size_t sheet) {
+    const SheetInstance& parent = design.instances[parentIndex];
     const SheetFile& file = design.files[parent.file];
     const SheetSymbol& symbol = file.schematic.sheets[sheet];
-    const bool isBelowRoot = parent.names.size() == 1;
     return {file.children[sheet], parent.path + L"/" + symbol.uuid,
-            (isBelowRoot ? parent.names : parent.names + L"/") + symbol.name};
+            (parentIndex == 0 ? parent.names : parent.names + L"/") + symbol.name, parentIndex, sheet};
 }
 
 } // namespace
@@ -29,10 +29,11 @@ void expandHierarchy(Design& design) {
     design.instances.reserve(countSheetInstances(design, sheetOrder(design)));
     std::vector<SheetInstance> pending{rootInstance(design)};
     while (!pending.empty()) {
+        const std::size_t index = design.instances.size();
         const SheetInstance& instance = design.instances.emplace_back(std::move(pending.back()));
         pending.pop_back();
         for (std::size_t sheet = design.files[instance.file].children.size(); sheet-- > 0;) {
-            pending.push_back(childInstance(design, instance, sheet));
+            pending.push_back(childInstance(design, index, sheet));
         }
     }
 }

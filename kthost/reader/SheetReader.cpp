@@ -8,7 +8,7 @@ namespace kthost {
 namespace {
 
 // Version 6 has a name of its own for the two properties that every sheet has.
-std::wstring currentName(std::wstring name) {
+std::wstring currentName(const std::wstring& name) {
     if (name == L"Sheet name") {
         return L"Sheetname";
     }
@@ -18,7 +18,7 @@ std::wstring currentName(std::wstring name) {
 void readSheetProperty(SexprCursor& in, SheetSymbol& sheet) {
     const SexprToken text = readProperty(in, sheet.properties);
     SchematicProperty& property = sheet.properties.back();
-    property.name = currentName(std::move(property.name));
+    property.name = currentName(property.name);
     if (property.name == L"Sheetname") {
         sheet.name = property.text;
     } else if (property.name == L"Sheetfile") {

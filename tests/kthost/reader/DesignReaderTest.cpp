@@ -92,6 +92,16 @@ TEST_F(DesignReader, ListsEveryPlaceOfTheHierarchyFromTheTopDown) {
     EXPECT_EQ(design.instances[5].file, 2U);
 }
 
+TEST_F(DesignReader, KnowsOnWhatEachPlaceLies) {
+    write("root.kicad_sch", sheet("A", "x.kicad_sch") + sheet("B", "x.kicad_sch"));
+    write("x.kicad_sch", sheet("", "y.kicad_sch") + sheet("D", "y.kicad_sch"));
+    write("y.kicad_sch", "");
+    const SheetInstance place = read().instances.at(6);
+    EXPECT_EQ(place.names, L"/B/D");
+    EXPECT_EQ(place.parent, 4U);
+    EXPECT_EQ(place.sheet, 1U);
+}
+
 TEST_F(DesignReader, FindsAFileRelativeToTheSheetThatNamesIt) {
     write("root.kicad_sch", sheet("A", "Sub Sheets/One.kicad_sch"));
     write("Sub Sheets/One.kicad_sch", sheet("B", "../two.kicad_sch") + sheet("C", "Three.kicad_sch"));

@@ -43,11 +43,6 @@ TEST(LibSymbolReader, CountsOneUnitWhereThereAreNoSubSymbols) {
     EXPECT_EQ(parseEntry("").unitCount, 1);
 }
 
-TEST(LibSymbolReader, ReadsThePropertiesOfTheEntry) {
-    EXPECT_EQ(parseEntry(R"((property "Reference" "R" (at 0 0 0)))").properties.at(0),
-              (SchematicProperty{L"Reference", L"R"}));
-}
-
 TEST(LibSymbolReader, ReadsThePowerFlagOfEveryVersion) {
     EXPECT_TRUE(parseEntry("(power)").isPower);
     EXPECT_TRUE(parseEntry("(power global)").isPower);

@@ -23,8 +23,16 @@ struct Decoded {
 
 constexpr Decoded kMalformed{kReplacement, 0};
 
-bool isSurrogate(char32_t codePoint) {
+constexpr bool isSurrogate(char32_t codePoint) {
     return codePoint >= kFirstSurrogate && codePoint <= kLastSurrogate;
+}
+
+constexpr bool isLowSurrogate(char32_t codePoint) {
+    return isSurrogate(codePoint) && codePoint >= kFirstLowSurrogate;
+}
+
+constexpr bool isHighSurrogate(char32_t codePoint) {
+    return isSurrogate(codePoint) && codePoint < kFirstLowSurrogate;
 }
 
 bool isContinuation(char byte) {
@@ -84,10 +92,12 @@ char32_t unitAt(std::wstring_view wide, std::size_t at) {
 
 Decoded decodeWide(std::wstring_view wide, std::size_t at) {
     const char32_t unit = unitAt(wide, at);
-    const char32_t next = unitAt(wide, at + 1);
-    if (kWideIsUtf16 && isSurrogate(unit) && unit < kFirstLowSurrogate && isSurrogate(next) &&
-        next >= kFirstLowSurrogate) {
-        return {kFirstBeyondBasicPlane + ((unit - kFirstSurrogate) << 10U) + (next - kFirstLowSurrogate), 2};
+    if constexpr (kWideIsUtf16) {
+        const char32_t next = unitAt(wide, at + 1);
+        if (isHighSurrogate(unit) && isLowSurrogate(next)) {
+            return {kFirstBeyondBasicPlane + ((unit - kFirstSurrogate) << 10U) + (next - kFirstLowSurrogate),
+                    2};
+        }
     }
     return {unit > kLastCodePoint || isSurrogate(unit) ? kReplacement : unit, 1};
 }

@@ -23,16 +23,20 @@ struct Decoded {
 
 constexpr Decoded kMalformed{kReplacement, 0};
 
-constexpr bool isSurrogate(char32_t codePoint) {
+bool isSurrogate(char32_t codePoint) {
     return codePoint >= kFirstSurrogate && codePoint <= kLastSurrogate;
 }
 
-constexpr bool isLowSurrogate(char32_t codePoint) {
+bool isLowSurrogate(char32_t codePoint) {
     return isSurrogate(codePoint) && codePoint >= kFirstLowSurrogate;
 }
 
-constexpr bool isHighSurrogate(char32_t codePoint) {
+bool isHighSurrogate(char32_t codePoint) {
     return isSurrogate(codePoint) && codePoint < kFirstLowSurrogate;
+}
+
+char32_t joinSurrogates(char32_t high, char32_t low) {
+    return kFirstBeyondBasicPlane + ((high - kFirstSurrogate) << 10U) + (low - kFirstLowSurrogate);
 }
 
 bool isContinuation(char byte) {
@@ -92,12 +96,8 @@ char32_t unitAt(std::wstring_view wide, std::size_t at) {
 
 Decoded decodeWide(std::wstring_view wide, std::size_t at) {
     const char32_t unit = unitAt(wide, at);
-    if constexpr (kWideIsUtf16) {
-        const char32_t next = unitAt(wide, at + 1);
-        if (isHighSurrogate(unit) && isLowSurrogate(next)) {
-            return {kFirstBeyondBasicPlane + ((unit - kFirstSurrogate) << 10U) + (next - kFirstLowSurrogate),
-                    2};
-        }
+    if (kWideIsUtf16 && isHighSurrogate(unit) && isLowSurrogate(unitAt(wide, at + 1))) {
+        return {joinSurrogates(unit, unitAt(wide, at + 1)), 2};
     }
     return {unit > kLastCodePoint || isSurrogate(unit) ? kReplacement : unit, 1};
 }

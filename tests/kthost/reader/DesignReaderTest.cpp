@@ -21,8 +21,8 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 std::string sheet(const std::string& name, const std::string& file) {
-    return "(sheet (uuid \"" + name + "-id\") (property \"Sheetname\" \"" + name +
-           "\") (property \"Sheetfile\" \"" + file + "\"))\n";
+    return R"((sheet (uuid ")" + name + R"(-id") (property "Sheetname" ")" + name +
+           R"(") (property "Sheetfile" ")" + file + "\"))\n";
 }
 
 class DesignReader : public testing::Test {

@@ -47,8 +47,8 @@ std::string withLibrary(const std::string& body) {
 }
 
 std::string sheet(const std::string& name, const std::string& file) {
-    return "(sheet (at 3 4) (uuid \"" + name + "\") (property \"Sheetname\" \"" + name +
-           "\") (property \"Sheetfile\" \"" + file + "\") (property \"Gain\" \"2\"))\n";
+    return R"((sheet (at 3 4) (uuid ")" + name + R"(") (property "Sheetname" ")" + name +
+           R"(") (property "Sheetfile" ")" + file + R"(") (property "Gain" "2")))";
 }
 
 TEST(DrawingBuilder, PutsTheRootSheetIntoModelSpace) {

@@ -100,9 +100,9 @@ TEST(LibSymbolExtends, RefusesACircle) {
 }
 
 TEST(LibSymbolExtends, IsFollowedHoweverLongTheChainIs) {
-    std::string entries = "(symbol \"0\" (symbol \"0_2_1\"))";
+    std::string entries = R"((symbol "0" (symbol "0_2_1")))";
     for (int i = 1; i < 20000; ++i) {
-        entries += "(symbol \"" + std::to_string(i) + "\" (extends \"" + std::to_string(i - 1) + "\"))";
+        entries += R"((symbol ")" + std::to_string(i) + R"(" (extends ")" + std::to_string(i - 1) + R"(")))";
     }
     EXPECT_EQ(parseLibrary(entries).back().unitCount, 2);
 }

@@ -28,7 +28,7 @@ std::vector<SymbolOccurrence> occurrencesOn(const Design& design) {
 }
 
 std::string symbol(const std::string& instances) {
-    return "(symbol (lib_id L:U) (unit 7) (uuid s) (property \"Reference\" \"U9\")" + instances + ")";
+    return R"((symbol (lib_id L:U) (unit 7) (uuid s) (property "Reference" "U9"))" + instances + ")";
 }
 
 std::vector<SymbolOccurrence> occurrencesOf(const std::string& instances) {

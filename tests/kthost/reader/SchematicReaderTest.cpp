@@ -16,7 +16,6 @@ using test::parseBody;
 using test::parseError;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 TEST(SchematicReader, ReadsVersionAndUuid) {
     const Schematic schematic = parse("(kicad_sch (version 20211123) (generator eeschema) (uuid ab-cd))");

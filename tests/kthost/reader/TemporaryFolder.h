@@ -29,7 +29,7 @@ public:
 
     /// Writes a file, and the folders that lead to it. Returns its path.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const {
-        const std::filesystem::path path = path_ / name;
+        std::filesystem::path path = path_ / name;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream stream(path, std::ios::binary);
         stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -1,0 +1,75 @@
+#include "kthost/console/HistoryCommands.h"
+
+#include "kthost/console/Session.h"
+#include "kthost/console/StatusText.h"
+#include "kthost/console/Words.h"
+#include "kthost/database/Database.h"
+#include "kthost/database/UndoHistory.h"
+#include "kthost/reader/Utf8.h"
+
+#include <cstdint>
+#include <limits>
+
+namespace kthost {
+
+namespace {
+
+struct Direction {
+    const wchar_t* command;
+    const char* doing;
+    std::size_t (UndoHistory::*steps)() const;
+    const std::wstring& (UndoHistory::*name)() const;
+    Orbx::ErrorStatus (UndoHistory::*step)();
+    Orbx::ErrorStatus (UndoHistory::*back)();
+};
+
+constexpr Direction kUndo{
+    L"undo",           "undone", &UndoHistory::undoable, &UndoHistory::undoName, &UndoHistory::undo,
+    &UndoHistory::redo};
+constexpr Direction kRedo{
+    L"redo",           "redone", &UndoHistory::redoable, &UndoHistory::redoName, &UndoHistory::redo,
+    &UndoHistory::undo};
+
+/// All the steps, or none.
+std::string walk(UndoHistory& history, const Direction& direction, std::uint32_t count) {
+    std::string names;
+    for (std::uint32_t step = 0; step < count; ++step) {
+        const std::wstring name = (history.*direction.name)();
+        const Orbx::ErrorStatus status = (history.*direction.step)();
+        for (std::uint32_t done = step; status != Orbx::eOk && done > 0; --done) {
+            require((history.*direction.back)(), "the steps before cannot be put back");
+        }
+        require(status, "'" + toUtf8(name) + "' cannot be " + direction.doing);
+        names += (names.empty() ? "" : ", ") + toUtf8(name);
+    }
+    return names;
+}
+
+void run(Session& session, Words& words, const Direction& direction) {
+    constexpr std::uint32_t kMost = std::numeric_limits<std::int32_t>::max();
+    const std::uint32_t count = words.atEnd() ? 1 : words.takeNumber("N", 1, kMost);
+    words.expectEnd();
+    std::string names;
+    session.walkSteps(direction.command, [&](Database& database) {
+        UndoHistory& history = database.history();
+        const std::size_t steps = (history.*direction.steps)();
+        if (steps < count) {
+            throw CommandError(std::to_string(steps) + (steps == 1 ? " step" : " steps") + " can be " +
+                               direction.doing);
+        }
+        names = walk(history, direction, count);
+    });
+    session.say(std::string(direction.doing) + " " + names);
+}
+
+} // namespace
+
+void runUndo(Session& session, Words& words) {
+    run(session, words, kUndo);
+}
+
+void runRedo(Session& session, Words& words) {
+    run(session, words, kRedo);
+}
+
+} // namespace kthost

@@ -19,7 +19,7 @@ Orbx::ErrorStatus makeDynamic(Database& database, KtDbObjectId definition);
 Orbx::ErrorStatus addRepresentation(Database& database, KtDbObjectId definition, std::wstring_view label,
                                     KtDbObjectId& representation);
 /// The same with an anonymous record that is there already, older than the definition perhaps. eInvalidInput
-/// when it is not anonymous, represents something already, or is itself dynamic.
+/// when it is not anonymous or represents something already.
 Orbx::ErrorStatus adoptRepresentation(Database& database, KtDbObjectId definition, std::wstring_view label,
                                       KtDbObjectId anonymous);
 

@@ -66,7 +66,7 @@ public:
     /// At most this many steps are kept, the latest; unlimited at first.
     void setLimit(std::size_t steps);
 
-    /// Called by whatever changes the drawing, once the change is done.
+    /// Said of every change, once it is done; ignored while recording is off and while changes are played.
     void record(UndoRecord record);
 
     /// True while changes are being taken back or done again.
@@ -74,10 +74,10 @@ public:
 
 private:
     Orbx::ErrorStatus play(UndoStep& step, bool backwards);
-    void mention(const UndoStep& step, KtDbObjectId id);
     void forget(UndoStep& step);
     void forgetUndone();
     void applyLimit();
+    Orbx::ErrorStatus takeBack();
     void releaseForgotten();
 
     Database& database_;

@@ -1,0 +1,123 @@
+#include "kthost/database/BlockTableRecord.h"
+
+#include "kthost/database/Changes.h"
+#include "kthost/database/Database.h"
+#include "kthost/database/DatabaseTrace.h"
+#include "kthost/database/ExternalDrawing.h"
+#include "kthost/database/IdIterators.h"
+#include "kthost/database/Nesting.h"
+#include "kthost/database/ObjectAccess.h"
+
+#include <algorithm>
+
+namespace kthost {
+
+namespace {
+
+void append(const std::vector<KtDbObjectId>& found, KtArray<KtDbObjectId>& ids) {
+    if (ids.physicalLength() < ids.length() + found.size()) {
+        ids.setPhysicalLength(ids.length() + found.size());
+    }
+    for (const KtDbObjectId id : found) {
+        ids.append(id);
+    }
+}
+
+/// Ids of one drawing each, so that the whole is ascending within it.
+std::vector<KtDbObjectId> nestedReferences(KtDbObjectId record) {
+    std::vector<KtDbObjectId> found;
+    for (const KtDbObjectId placed : recordAndContainers(record)) {
+        const auto& direct = peek<BlockTableRecord>(placed)->references().living();
+        found.insert(found.end(), direct.begin(), direct.end());
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+} // namespace
+
+const BlockTableRecord* BlockTableRecord::mirrored() const {
+    return peek<BlockTableRecord>(state_.mirrors);
+}
+
+const ReferenceList& BlockTableRecord::references() const {
+    const BlockTableRecord* other = mirrored();
+    return other == nullptr ? references_ : other->references();
+}
+
+Orbx::ErrorStatus BlockTableRecord::getName(const wchar_t*& name) const {
+    name = nullptr;
+    if (const Orbx::ErrorStatus fault = beginCall(HostCall::getName, "getName", objectId());
+        fault != Orbx::eOk) {
+        return fault;
+    }
+    name = state_.name.c_str();
+    return Orbx::eOk;
+}
+
+bool BlockTableRecord::isFromExternalReference() const {
+    const BlockTableRecord* other = mirrored();
+    return other == nullptr ? state_.drawing != nullptr : other->isFromExternalReference();
+}
+
+KtDbDatabase* BlockTableRecord::externalDatabase(bool /*load*/) {
+    if (auto* other = peek<BlockTableRecord>(state_.mirrors)) {
+        return other->externalDatabase(false);
+    }
+    return state_.drawing == nullptr ? nullptr : state_.drawing->database.get();
+}
+
+Orbx::ErrorStatus BlockTableRecord::getBlockReferenceIds(KtArray<KtDbObjectId>& ids, bool directOnly,
+                                                         bool /*forceValidity: they always are*/) const {
+    if (const Orbx::ErrorStatus fault =
+            beginCall(HostCall::getBlockReferenceIds, "getBlockReferenceIds", objectId());
+        fault != Orbx::eOk) {
+        return fault;
+    }
+    if (directOnly) {
+        append(references().living(), ids);
+    } else {
+        const BlockTableRecord* other = mirrored();
+        append(nestedReferences(other == nullptr ? objectId() : other->objectId()), ids);
+    }
+    return traceCall("getBlockReferenceIds", objectId(), Orbx::eOk);
+}
+
+Orbx::ErrorStatus BlockTableRecord::getErasedBlockReferenceIds(KtArray<KtDbObjectId>& ids) const {
+    if (const Orbx::ErrorStatus fault =
+            beginCall(HostCall::getErasedBlockReferenceIds, "getErasedBlockReferenceIds", objectId());
+        fault != Orbx::eOk) {
+        return fault;
+    }
+    append(references().erased(), ids);
+    return traceCall("getErasedBlockReferenceIds", objectId(), Orbx::eOk);
+}
+
+KtDbObjectIterator* BlockTableRecord::entityIterator() const {
+    if (beginCall(HostCall::entityIterator, "entityIterator", objectId()) != Orbx::eOk) {
+        return nullptr;
+    }
+    if (tracing()) {
+        TraceLine("entityIterator").field("id", objectId());
+    }
+    return new EntityIterator(entities_);
+}
+
+Orbx::ErrorStatus BlockTableRecord::setFields(RecordState fields) {
+    const Orbx::ErrorStatus status = beginStateChange(objectId());
+    if (status == Orbx::eOk) {
+        ObjectState other = std::move(fields);
+        exchangeState(other);
+    }
+    return status;
+}
+
+void BlockTableRecord::exchangeState(ObjectState& state) {
+    auto& other = std::get<RecordState>(state);
+    if (auto* table = peek<BlockTable>(ownerId()); table != nullptr && other.name != state_.name) {
+        table->rename(objectId(), state_.name, other.name);
+    }
+    std::swap(state_, other);
+}
+
+} // namespace kthost

@@ -1,0 +1,121 @@
+#include "kthost/database/Notifications.h"
+
+#include "kthost/audit/Trace.h"
+#include "kthost/database/ObjectHead.h"
+#include "kthost/database/ObjectKinds.h"
+#include "kthost/database/ObjectStore.h"
+
+#include <KtDbObjectReactor.h>
+
+namespace kthost {
+
+namespace {
+
+/// Keeps the object open for notify while its reactors are called.
+class NotifyOpening {
+public:
+    explicit NotifyOpening(KtDbObjectId id) : id_(id) { ++ObjectStore::instance().find(id)->notifiers; }
+
+    NotifyOpening(const NotifyOpening&) = delete;
+    NotifyOpening& operator=(const NotifyOpening&) = delete;
+
+    ~NotifyOpening() {
+        // The reactor may have ended more openings than it began.
+        if (Stub* stub = ObjectStore::instance().find(id_); stub != nullptr && stub->notifiers != 0) {
+            --stub->notifiers;
+        }
+    }
+
+private:
+    KtDbObjectId id_;
+};
+
+void traceNotification(const char* name, KtDbObjectId id, KtDbObjectId other, KtDbObjectReactor* reactor) {
+    TraceLine line("notify");
+    line.field("notification", name).field("id", id);
+    if (!other.isNull()) {
+        line.field("other", other);
+    }
+    line.address("reactor", reactor);
+}
+
+template <typename Call>
+void notify(const char* name, KtDbObjectId id, KtDbObjectId other, Call call) {
+    const Stub* stub = ObjectStore::instance().find(id);
+    if (stub == nullptr || stub->object == nullptr || headOf(*stub).reactors.isEmpty()) {
+        return;
+    }
+    const NotifyOpening opening(id);
+    const KtDbObject* object = stub->object;
+    headOf(*stub).reactors.forEach([&](KtDbObjectReactor* reactor) {
+        if (tracing()) {
+            traceNotification(name, id, other, reactor);
+        }
+        call(*reactor, object);
+    });
+}
+
+KtDbObject* objectOf(KtDbObjectId id) {
+    const Stub* stub = ObjectStore::instance().find(id);
+    return stub == nullptr ? nullptr : stub->object;
+}
+
+KtDbObjectId ownerOfObject(KtDbObjectId id) {
+    const Stub* stub = ObjectStore::instance().find(id);
+    return stub == nullptr ? KtDbObjectId() : stub->owner;
+}
+
+} // namespace
+
+void notifyCancelled(KtDbObjectId id) {
+    notify("cancelled", id, {}, [](auto& reactor, auto* object) { reactor.cancelled(object); });
+}
+
+void notifyCopied(KtDbObjectId id, KtDbObjectId copy) {
+    notify("copied", id, copy,
+           [copy](auto& reactor, auto* object) { reactor.copied(object, objectOf(copy)); });
+}
+
+void notifyErased(KtDbObjectId id, bool erasing) {
+    notify(erasing ? "erased" : "unerased", id, {},
+           [erasing](auto& reactor, auto* object) { reactor.erased(object, erasing); });
+}
+
+void notifyGoodbye(KtDbObjectId id) {
+    notify("goodbye", id, {}, [](auto& reactor, auto* object) { reactor.goodbye(object); });
+}
+
+void notifyOpenedForModify(KtDbObjectId id) {
+    notify("openedForModify", id, {}, [](auto& reactor, auto* object) { reactor.openedForModify(object); });
+}
+
+void notifyModified(KtDbObjectId id) {
+    notify("modified", id, {}, [](auto& reactor, auto* object) { reactor.modified(object); });
+}
+
+void notifySubObjectModified(KtDbObjectId id) {
+    notify("subObjectModified", ownerOfObject(id), id,
+           [id](auto& reactor, auto* owner) { reactor.subObjectModified(owner, objectOf(id)); });
+}
+
+void notifyModifyUndone(KtDbObjectId id) {
+    notify("modifyUndone", id, {}, [](auto& reactor, auto* object) { reactor.modifyUndone(object); });
+}
+
+void notifyModifiedXData(KtDbObjectId id) {
+    notify("modifiedXData", id, {}, [](auto& reactor, auto* object) { reactor.modifiedXData(object); });
+}
+
+void notifyUnappended(KtDbObjectId id) {
+    notify("unappended", id, {}, [](auto& reactor, auto* object) { reactor.unappended(object); });
+}
+
+void notifyReappended(KtDbObjectId id) {
+    notify("reappended", id, {}, [](auto& reactor, auto* object) { reactor.reappended(object); });
+}
+
+void notifyObjectClosed(KtDbObjectId id) {
+    notify("objectClosed", id, {}, [id](auto& reactor, auto*) { reactor.objectClosed(id); });
+}
+
+} // namespace kthost

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "kthost/database/ObjectKinds.h"
+#include "kthost/database/ObjectStore.h"
+
+namespace kthost {
+
+template <class T>
+inline constexpr bool kIsReferenceKind = false;
+template <>
+inline constexpr bool kIsReferenceKind<BlockReference> = true;
+template <>
+inline constexpr bool kIsReferenceKind<Table> = true;
+
+/// The object behind an id, without opening it; null when it is released or of another class.
+template <class T>
+T* peek(KtDbObjectId id) {
+    const Stub* stub = ObjectStore::instance().find(id);
+    const bool fits = stub != nullptr && stub->object != nullptr && stub->kind == kKindOf<T>;
+    return fits ? static_cast<T*>(stub->object) : nullptr;
+}
+
+/// Calls `call(reference)` with the block reference or table behind the id; false when it is neither.
+template <typename Call>
+bool withReference(KtDbObjectId id, Call call) {
+    if (BlockReference* reference = peek<BlockReference>(id)) {
+        call(*reference);
+        return true;
+    }
+    if (Table* table = peek<Table>(id)) {
+        call(*table);
+        return true;
+    }
+    return false;
+}
+
+} // namespace kthost

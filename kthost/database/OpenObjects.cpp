@@ -1,0 +1,66 @@
+#include "kthost/database/OpenObjects.h"
+
+#include "kthost/database/DatabaseContents.h"
+#include "kthost/database/ReleasedIds.h"
+
+#include <KtRxClass.h>
+
+#include <algorithm>
+
+namespace kthost {
+
+namespace {
+
+template <typename Call>
+void forEachObject(Call call) {
+    ObjectStore& store = ObjectStore::instance();
+    for (std::size_t slot = 0; slot < store.databaseCount(); ++slot) {
+        if (store.databaseAt(slot) == nullptr) {
+            continue;
+        }
+        const auto number = static_cast<std::uint32_t>(slot);
+        for (std::uint64_t handle = 1; handle <= store.lastHandle(number); ++handle) {
+            const KtDbObjectId id = store.byHandle(number, handle);
+            if (!isReleased(id)) {
+                call(id, handle, *store.find(id));
+            }
+        }
+    }
+}
+
+template <class Finding>
+void sortById(std::vector<Finding>& findings) {
+    std::stable_sort(findings.begin(), findings.end(),
+                     [](const Finding& left, const Finding& right) { return left.id < right.id; });
+}
+
+} // namespace
+
+std::vector<OpenObject> openObjects() {
+    std::vector<OpenObject> found;
+    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const Stub& stub) {
+        const auto add = [&](KtDb::OpenMode mode, std::uint32_t count) {
+            if (count != 0) {
+                found.push_back({id, classOf(stub.kind)->name(), handle, mode, count});
+            }
+        };
+        add(KtDb::kForRead, stub.readers);
+        add(KtDb::kForWrite, stub.writing ? 1 : 0);
+        add(KtDb::kForNotify, stub.notifiers);
+    });
+    sortById(found);
+    return found;
+}
+
+std::vector<AttachedReactor> attachedReactors() {
+    std::vector<AttachedReactor> found;
+    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const Stub& stub) {
+        for (KtDbObjectReactor* reactor : headOf(stub).reactors.reactors()) {
+            found.push_back({id, classOf(stub.kind)->name(), handle, reactor});
+        }
+    });
+    sortById(found);
+    return found;
+}
+
+} // namespace kthost

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <KtDbObjectId.h>
+#include <KtDbObjectIterator.h>
+#include <OrbxErrorStatus.h>
+
+namespace kthost {
+
+class IdRun;
+
+/// Behind the virtual functions of references; null when there is no attribute.
+KtDbObjectIterator* newAttributeIterator(KtDbObjectId reference, const IdRun& attributes);
+Orbx::ErrorStatus beginStateChange(KtDbObjectId object);
+
+} // namespace kthost

@@ -1,0 +1,20 @@
+#include <KtDbSymbolUtilities.h>
+
+#include "kthost/database/Database.h"
+
+namespace {
+
+class HostServices final : public KtDbSymbolUtilities::Services {
+public:
+    KtDbObjectId blockModelSpaceId(const KtDbDatabase* database) const override {
+        return database == nullptr ? KtDbObjectId()
+                                   : static_cast<const kthost::Database*>(database)->modelSpaceId();
+    }
+};
+
+} // namespace
+
+const KtDbSymbolUtilities::Services* KtDbSymbolUtilities::servicesPtr() {
+    static const HostServices services;
+    return &services;
+}

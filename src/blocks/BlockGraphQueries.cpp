@@ -7,22 +7,14 @@
 #include "blocks/KtDbBlockTableIter.h"
 #include "blocks/KtDxBlocks.h"
 
+#include <new>
 #include <optional>
 #include <vector>
 
-Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool recursive,
-                                                  KtDbObjectIdSet& nested) {
-    KtDbObjectIdSet visited;
-    return collectNestedBlocks(container, recursive, nested, visited);
-}
+namespace {
 
-Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool recursive,
-                                                  KtDbObjectIdSet& nested, KtDbObjectIdSet& visited) {
-    if (!visited.insert(container).second) {
-        return Orbx::eOk;
-    }
-    std::optional<BlockNesting> ownPicture;
-    const BlockNesting& nesting = nesting_ != nullptr ? *nesting_ : ownPicture.emplace(blockMonitors_);
+void followNesting(const BlockNesting& nesting, KtDbObjectId container, bool recursive,
+                   KtDbObjectIdSet& nested, KtDbObjectIdSet& visited) {
     std::vector<KtDbObjectId> toVisit{container}; // not recursion: drawings nest as deep as they like
     while (!toVisit.empty()) {
         const KtDbObjectId current = toVisit.back();
@@ -37,7 +29,29 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool r
             }
         });
     }
-    return nesting.isComplete() ? Orbx::eOk : Orbx::eMissing;
+}
+
+} // namespace
+
+Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool recursive,
+                                                  KtDbObjectIdSet& nested) {
+    KtDbObjectIdSet visited;
+    return collectNestedBlocks(container, recursive, nested, visited);
+}
+
+Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool recursive,
+                                                  KtDbObjectIdSet& nested, KtDbObjectIdSet& visited) {
+    try {
+        if (!visited.insert(container).second) {
+            return Orbx::eOk;
+        }
+        std::optional<BlockNesting> ownPicture;
+        const BlockNesting& nesting = nesting_ != nullptr ? *nesting_ : ownPicture.emplace(blockMonitors_);
+        followNesting(nesting, container, recursive, nested, visited);
+        return nesting.isComplete() ? Orbx::eOk : Orbx::eMissing;
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
 }
 
 std::uint32_t KtDxBlocks::countReferences(KtDbObjectId block, KtDbObjectId container, bool recursive) {

@@ -15,6 +15,7 @@
 #include <iterator>
 #include <new>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -227,14 +228,26 @@ Orbx::ErrorStatus KtDxBlock::update(KtDbObjectId recordId) {
             recordIds_.append(recordId);
             owner_->addRepresentation(recordId, this);
         }
-        return rescan();
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    Rescan pass;
+    const Orbx::ErrorStatus status = tryRescan(pass);
+    if (status != Orbx::eOk && isEnabled()) {
+        leaveBehind(std::move(pass.previous)); // those that the pass did not come to are recorded no more
+    }
+    return status;
+}
+
+Orbx::ErrorStatus KtDxBlock::tryRescan(Rescan& pass) {
+    try {
+        return rescan(pass);
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
 }
 
-Orbx::ErrorStatus KtDxBlock::rescan() {
-    Rescan pass;
+Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
     if (const Orbx::ErrorStatus status = collectCandidates(pass.candidates); status != Orbx::eOk) {
         return status;
     }
@@ -297,19 +310,27 @@ Orbx::ErrorStatus KtDxBlock::takeRecorded(IdVector& previous) {
 Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, Rescan& pass) {
     const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
                                                   true); // erased ones count like others
-    if (!opened) {
-        return Orbx::eOk;
-    }
-    const KtDbObjectId container = containerOf(opened->ownerId());
+    const bool isNew = !pass.wasRecorded(reference);
+    const KtDbObjectId container = opened ? containerOf(opened->ownerId()) : KtDbObjectId();
     if (container.isNull() || !container.isValid()) {
+        if (!isNew && isEnabled()) {
+            leaveBehind(reference, opened.status()); // recorded no more, and still heard
+        }
         return Orbx::eOk;
     }
-    if (!pass.wasRecorded(reference)) {
+    if (isNew) {
         setChanged(true);
-        if (isEnabled()) {
-            std::ignore = attachReference(reference, true); // one that will not open is recorded all the same
-        }
     }
+    if (const Orbx::ErrorStatus status = record(reference, container, pass); status != Orbx::eOk) {
+        return status;
+    }
+    if (isNew && isEnabled()) {                         // behind the recording: what is heard has to be known
+        std::ignore = attachReference(reference, true); // one that will not open is recorded all the same
+    }
+    return Orbx::eOk;
+}
+
+Orbx::ErrorStatus KtDxBlock::record(KtDbObjectId reference, KtDbObjectId container, Rescan& pass) {
     pass.use(container);
     KtDbObjectIdArray* references = containerArray(container);
     if (references == nullptr) {
@@ -385,26 +406,29 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
 }
 
 Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {
-    Orbx::ErrorStatus failure = Orbx::eOk;
-    for (const KtDbObjectId recordId : recordIds_) {
-        if (failure != Orbx::eOk) {
-            leaveBehind(recordId, failure);
-            continue;
-        }
-        const OpenedObject<KtDbBlockTableRecord> record(recordId, KtDb::kForNotify, !attach);
-        failure = record.status();
+    for (std::size_t i = 0; i < recordIds_.length(); ++i) {
+        const OpenedObject<KtDbBlockTableRecord> record(recordIds_[i], KtDb::kForNotify, !attach);
         if (!record) {
-            if (attach) {
-                return failure;
+            if (!attach) {
+                leaveRecordsBehind(i, record.status());
             }
-            leaveBehind(recordId, failure);
-        } else if (attach) {
-            std::ignore = record->addReactor(this);
+            return record.status();
+        }
+        if (attach) {
+            std::ignore = record->addReactor(this); // a record that cannot be heard is still rescanned
         } else {
-            std::ignore = record->removeReactor(this);
+            letGo(record.get());
         }
     }
-    return failure;
+    return Orbx::eOk;
+}
+
+/// The first of them has refused; those behind it are not even asked.
+void KtDxBlock::leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why) {
+    leaveBehind(recordIds_[first], why);
+    for (std::size_t i = first + 1; i < recordIds_.length(); ++i) {
+        leaveBehind(recordIds_[i], Orbx::eOk);
+    }
 }
 
 Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach) {
@@ -415,53 +439,57 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
         }
         return opened.status();
     }
-    if (attach) {
-        std::ignore = opened->addReactor(this);
-        const std::unique_ptr<KtDbObjectIterator> attributes(opened->attributeIterator());
-        if (attributes != nullptr) {
-            attachAttributes(reference, *attributes);
-        }
+    if (!attach) {
+        letGo(opened.get());
+        detachAttributesOf(reference);
         return Orbx::eOk;
     }
-    std::ignore = opened->removeReactor(this); // not there when it could not be added
+    std::ignore = opened->addReactor(this); // a reference that cannot be heard is still recorded
+    const std::unique_ptr<KtDbObjectIterator> attributes(opened->attributeIterator());
+    return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
+}
+
+/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
+/// has its attributes twice, and letting go of it once lets go of them all.
+Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+    const auto entry = attributesByReference_.find(reference);
+    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : entry->second.get();
+    try {
+        for (; !attributes.done(); attributes.step()) {
+            attachAttribute(attributes.objectId(), reference, recorded);
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    return Orbx::eOk;
+}
+
+void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
+                                KtDbObjectIdArray*& recorded) {
+    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
+        attribute.isEffectivelyErased()) {
+        return;
+    }
+    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+    if (!opened) {
+        return;
+    }
+    if (recorded == nullptr) {
+        auto made = std::make_unique<KtDbObjectIdArray>(0, 8);
+        KtDbObjectIdArray* const array = made.get();
+        attributesByReference_.insert_or_assign(reference, std::move(made));
+        recorded = array;
+    }
+    recorded->append(attribute);            // first, as it may fail: what is heard has to be known
+    std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
+}
+
+void KtDxBlock::detachAttributesOf(KtDbObjectId reference) {
     const auto entry = attributesByReference_.find(reference);
     if (entry != attributesByReference_.end()) {
         detachAttributes(*entry->second);
         attributesByReference_.erase(entry);
     }
-    return Orbx::eOk;
-}
-
-/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
-/// has its attributes twice, and letting go of it once lets go of them all.
-void KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
-    const auto entry = attributesByReference_.find(reference);
-    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : entry->second.get();
-    for (; !attributes.done(); attributes.step()) {
-        const KtDbObjectId attribute = attributes.objectId();
-        if (!attachAttribute(attribute)) {
-            continue;
-        }
-        if (recorded == nullptr) {
-            auto made = std::make_unique<KtDbObjectIdArray>(0, 8);
-            recorded = made.get();
-            attributesByReference_.insert_or_assign(reference, std::move(made));
-        }
-        recorded->append(attribute);
-    }
-}
-
-bool KtDxBlock::attachAttribute(KtDbObjectId attribute) {
-    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
-        attribute.isEffectivelyErased()) {
-        return false;
-    }
-    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
-    if (!opened) {
-        return false;
-    }
-    std::ignore = opened->addReactor(this);
-    return true;
 }
 
 void KtDxBlock::detachAttributes(const KtDbObjectIdArray& attributes) {
@@ -471,7 +499,7 @@ void KtDxBlock::detachAttributes(const KtDbObjectIdArray& attributes) {
         }
         const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
         if (opened) {
-            std::ignore = opened->removeReactor(this); // recorded twice, it is not there the second time
+            letGo(opened.get());
         } else {
             leaveBehind(attribute, opened.status());
         }
@@ -485,13 +513,24 @@ void KtDxBlock::detachAllAttributes() {
     attributesByReference_.clear();
 }
 
-/// Remembers an object that still holds this reactor because it would not open. A released one has said
-/// goodbye.
+void KtDxBlock::letGo(const KtDbObject* object) {
+    const Orbx::ErrorStatus status = object->removeReactor(this);
+    const bool isGone =
+        status == Orbx::eOk || status == Orbx::eKeyNotFound; // it could not be added, or twice
+    if (!isGone) {
+        leaveBehind(object->objectId(), status);
+    }
+}
+
+/// Remembers an object that may still hold this reactor. A released one has said goodbye.
 void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
     if (why == Orbx::eObjectReleased) {
         return;
     }
     try {
+        if (leftBehind_.size() == leftBehind_.capacity()) {
+            sortUnique(leftBehind_); // what is refused again and again must not pile up
+        }
         leftBehind_.push_back(object);
     } catch (const std::bad_alloc&) {
         // Two refusals at once: the object keeps a reactor that must not be remembered.
@@ -499,11 +538,21 @@ void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
     }
 }
 
+void KtDxBlock::leaveBehind(IdVector&& objects) {
+    if (leftBehind_.empty()) {
+        leftBehind_ = std::move(objects); // needs no memory, for want of which the objects may be here
+        return;
+    }
+    for (const KtDbObjectId object : objects) {
+        leaveBehind(object, Orbx::eOk);
+    }
+}
+
 void KtDxBlock::letGoOfLeftBehind() {
     for (const KtDbObjectId object : leftBehind_) {
         const OpenedObject<KtDbObject> opened(object, KtDb::kForNotify, true);
         if (opened) {
-            std::ignore = opened->removeReactor(this);
+            std::ignore = opened->removeReactor(this); // asked for the last time
         }
     }
 }

@@ -8,9 +8,11 @@
 #include "notify/ByAddress.h"
 #include "notify/KtDxEnableBase.h"
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <set>
+#include <utility>
 #include <vector>
 
 class KtDbBlockTableRecord;
@@ -76,6 +78,9 @@ public:
     /// Lets go of everything watched, and forgets owner, block, references and callbacks.
     void reset();
 
+    /// True for the first who asks and no one after: of the keys that reach the monitor one destroys it.
+    bool claimForDestruction() { return !std::exchange(claimed_, true); }
+
     KtDbObjectId blockId() const { return blockId_; }
 
     /// The definition first, then its representations in the order in which they were found.
@@ -90,23 +95,29 @@ private:
     using IdVector = std::vector<KtDbObjectId>;
     struct Rescan;
 
-    Orbx::ErrorStatus rescan();
+    Orbx::ErrorStatus tryRescan(Rescan& pass);
+    Orbx::ErrorStatus rescan(Rescan& pass);
     void findRepresentations();
     Orbx::ErrorStatus collectCandidates(IdVector& candidates) const;
     Orbx::ErrorStatus takeRecorded(IdVector& previous);
     Orbx::ErrorStatus fileReference(KtDbObjectId reference, Rescan& pass);
+    Orbx::ErrorStatus record(KtDbObjectId reference, KtDbObjectId container, Rescan& pass);
     KtDbObjectId containerOf(KtDbObjectId owner) const;
     KtDbObjectIdArray* containerArray(KtDbObjectId container);
     void dropMissing(const Rescan& pass);
     void dropUnusedContainers(Rescan& pass);
 
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
-    void attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
-    bool attachAttribute(KtDbObjectId attribute);
+    Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
+    void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference, KtDbObjectIdArray*& recorded);
+    void detachAttributesOf(KtDbObjectId reference);
     void detachAttributes(const KtDbObjectIdArray& attributes);
     void detachAllAttributes();
     Orbx::ErrorStatus attachRecords(bool attach);
+    void leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why);
+    void letGo(const KtDbObject* object);
     void leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why);
+    void leaveBehind(IdVector&& objects);
     void letGoOfLeftBehind();
 
     KtDxBlocks* owner_ = nullptr;
@@ -117,7 +128,8 @@ private:
     KtDxCallbackSet callbackSet_;
     std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>> attributesByReference_;
     KtDbObjectIdArray recordIds_;
-    IdVector leftBehind_; // objects that would not open to let go of this reactor; asked once more at the end
+    IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
+    bool claimed_ = false;
 };
 
 /// True exactly when the id is that of the model space of its own database.

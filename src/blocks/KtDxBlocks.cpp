@@ -13,6 +13,7 @@
 #include "blocks/OpenedObject.h"
 #include "notify/KtDxTimer.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <tuple>
@@ -84,7 +85,7 @@ KtDxBlocks::KtDxBlocks() = default;
 
 KtDxBlocks::~KtDxBlocks() {
     std::ignore = KtDxBlocks::setEnabled(false); // what it left undone is done below
-    stopHearingBlockTable();
+    stopHearing();
     KtDxBlocks::reset();
 }
 
@@ -124,8 +125,16 @@ void KtDxBlocks::reset() {
 }
 
 void KtDxBlocks::destroyMonitors() {
-    blockMonitors_.clear(); // first, so that nothing finds a monitor while it goes
-    ownedMonitors_.clear();
+    BlockMonitors monitors;
+    monitors.swap(blockMonitors_); // first, so that nothing finds a monitor while it goes
+    for (auto& [key, monitor] : monitors) {
+        if (monitor != nullptr && !monitor->claimForDestruction()) {
+            monitor = nullptr;
+        }
+    }
+    for (const auto& [key, monitor] : monitors) {
+        delete monitor;
+    }
 }
 
 void KtDxBlocks::destroyTimer() {
@@ -164,8 +173,19 @@ Orbx::ErrorStatus KtDxBlocks::setEnabled(bool enable) {
 }
 
 void KtDxBlocks::hearBlockTable(const KtDbBlockTable& blockTable, bool hear) {
-    std::ignore = hear ? blockTable.addReactor(this) : blockTable.removeReactor(this);
-    hearsBlockTable_ = hear;
+    const KtDbObjectId id = blockTable.objectId();
+    if (hear) {
+        if (heardTable_ != id) {
+            stopHearing(); // the table of a drawing that was left while enabled
+        }
+        heardTable_ = id;
+        std::ignore = blockTable.addReactor(this); // without it the monitors' own notifications remain
+        return;
+    }
+    const Orbx::ErrorStatus status = blockTable.removeReactor(this);
+    if (heardTable_ == id && (status == Orbx::eOk || status == Orbx::eKeyNotFound)) {
+        heardTable_ = KtDbObjectId();
+    }
 }
 
 void KtDxBlocks::enableMonitors(bool enable) {
@@ -194,13 +214,13 @@ Orbx::ErrorStatus KtDxBlocks::enableTimer(bool enable) {
     return Orbx::eOk;
 }
 
-/// Last chance to let go of the block table, where enabling or disabling got stuck half-way.
-void KtDxBlocks::stopHearingBlockTable() {
-    const KtDbDatabase* drawing = hearsBlockTable_ ? database() : nullptr;
-    if (drawing == nullptr) {
+/// Lets go of the block table that is heard still, where enabling or disabling got stuck half-way or a reset
+/// came between.
+void KtDxBlocks::stopHearing() {
+    if (heardTable_.isNull()) {
         return;
     }
-    const OpenedObject<KtDbBlockTable> blockTable(drawing->blockTableId(), KtDb::kForNotify, true);
+    const OpenedObject<KtDbBlockTable> blockTable(heardTable_, KtDb::kForNotify, true);
     if (blockTable) {
         hearBlockTable(*blockTable.get(), false);
     }
@@ -284,12 +304,11 @@ Orbx::ErrorStatus KtDxBlocks::createBlockMonitor(KtDxBlock*& block, const KtDbBl
     }
     try {
         blockMonitors_.insert_or_assign(id, made.get());
-        ownedMonitors_.push_back(std::move(made));
     } catch (const std::bad_alloc&) {
         forgetRepresentations(made.get());
         return Orbx::eMissing;
     }
-    block = ownedMonitors_.back().get();
+    block = made.release(); // its keys own it
     return Orbx::eOk;
 }
 
@@ -327,37 +346,40 @@ void KtDxBlocks::propagateChanges() {
     if (!hasPendingChanges()) {
         return;
     }
-    try {
-        KtDbObjectIdSet nested;
-        if (collectNestedInChanged(nested)) {
-            markChanged(nested);
-        }
-    } catch (const std::bad_alloc&) {
-        markAllChanged(); // rather a call too many than one too few
+    KtDbObjectIdSet nested;
+    if (collectNestedInChanged(nested) == Orbx::eOk) {
+        markChanged(nested);
+    } else if (!hasEmptyEntry()) {
+        markAllChanged(); // no memory: rather a call too many than one too few
     }
 }
 
-/// False at an empty entry.
-bool KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
-    const BlockNesting nesting(blockMonitors_);
-
-    struct Scope { // ends with this call, however it ends
-        const BlockNesting*& shared;
-
-        ~Scope() { shared = nullptr; }
-    } const scope{nesting_ = &nesting};
-
-    KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor == nullptr) {
-            return false;
-        }
-        if (monitor->isChanged()) {
-            std::ignore =
-                collectNestedBlocks(monitor->blockId(), true, nested, visited); // an empty entry ends this
-        }
+/// eMissing at an empty entry, and when there is no memory.
+Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
+    if (hasEmptyEntry()) {
+        return Orbx::eMissing;
     }
-    return true;
+    try {
+        const BlockNesting nesting(blockMonitors_);
+        const SharedNesting sharing(nesting_, nesting);
+        KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
+        for (const auto& [key, monitor] : blockMonitors_) {
+            const Orbx::ErrorStatus status =
+                monitor->isChanged() ? collectNestedBlocks(monitor->blockId(), true, nested, visited)
+                                     : Orbx::eOk;
+            if (status != Orbx::eOk) {
+                return status;
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    return Orbx::eOk;
+}
+
+bool KtDxBlocks::hasEmptyEntry() const {
+    return std::any_of(blockMonitors_.begin(), blockMonitors_.end(),
+                       [](const auto& entry) { return entry.second == nullptr; });
 }
 
 void KtDxBlocks::markChanged(const KtDbObjectIdSet& blocks) {
@@ -382,20 +404,18 @@ void KtDxBlocks::markAllChanged() {
 }
 
 void KtDxBlocks::notifyBlockReferenceMonitors() {
-    if (!hasPendingChanges()) {
+    if (!hasPendingChanges() || hasEmptyEntry()) {
         return;
     }
     KtDxCallbackSet
         callbacks; // gathered before any is called: what a callback attaches or detaches counts next time
     try {
-        if (!collectCallbacksOfChanged(callbacks)) {
-            return;
-        }
+        takeCallbacksOfChanged(callbacks);
     } catch (const std::bad_alloc&) {
-        setRescanNeeded(true); // the marks are still there for the next idle check
+        markAllChanged(); // whose marks are gone cannot be told any more
+        setRescanNeeded(true);
         return;
     }
-    clearChangedMarks();
     const std::exception_ptr thrown = callEach(callbacks);
     setPendingChanges(false);
     if (thrown != nullptr) {
@@ -403,17 +423,14 @@ void KtDxBlocks::notifyBlockReferenceMonitors() {
     }
 }
 
-/// False at an empty entry.
-bool KtDxBlocks::collectCallbacksOfChanged(KtDxCallbackSet& callbacks) const {
+/// Clears the marks of the changed blocks.
+void KtDxBlocks::takeCallbacksOfChanged(KtDxCallbackSet& callbacks) {
     for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor == nullptr) {
-            return false;
-        }
         if (monitor->isChanged()) {
+            monitor->setChanged(false);
             callbacks.insert(monitor->callbacks()->begin(), monitor->callbacks()->end());
         }
     }
-    return true;
 }
 
 /// What the first callback that threw has thrown. The others are called all the same: their marks are gone,
@@ -428,14 +445,6 @@ std::exception_ptr KtDxBlocks::callEach(const KtDxCallbackSet& callbacks) {
         }
     }
     return thrown;
-}
-
-void KtDxBlocks::clearChangedMarks() {
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor->isChanged()) {
-            monitor->setChanged(false);
-        }
-    }
 }
 
 // Marks
@@ -511,11 +520,15 @@ void KtDxBlocks::detachBlockReferenceMonitor(KtRxCallback callback) {
 }
 
 Orbx::ErrorStatus KtDxBlocks::collectBlockReferenceMonitors(KtDxCallbackSet& callbacks) {
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor == nullptr) {
-            return Orbx::eMissing;
+    try {
+        for (const auto& [key, monitor] : blockMonitors_) {
+            if (monitor == nullptr) {
+                return Orbx::eMissing;
+            }
+            callbacks.insert(monitor->callbacks()->begin(), monitor->callbacks()->end());
         }
-        callbacks.insert(monitor->callbacks()->begin(), monitor->callbacks()->end());
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
     }
     return Orbx::eOk;
 }

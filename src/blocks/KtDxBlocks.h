@@ -9,9 +9,7 @@
 #include <cstdint>
 #include <exception>
 #include <map>
-#include <memory>
 #include <set>
-#include <vector>
 
 class BlockNesting;
 class KtDbBlockTable;
@@ -59,7 +57,7 @@ public:
     virtual std::uint32_t countInstances(KtDbObjectId block, bool modelSpaceOnly, bool recursive);
     /// Adds to `nested` the definitions used inside a container, directly or (recursive) at any depth.
     /// Containers in `visited` are passed over, and those looked at are added. eMissing when an empty entry
-    /// cut the walk short.
+    /// cut the walk short, and when there is no memory.
     virtual Orbx::ErrorStatus collectNestedBlocks(KtDbObjectId container, bool recursive,
                                                   KtDbObjectIdSet& nested, KtDbObjectIdSet& visited);
     virtual Orbx::ErrorStatus collectNestedBlocks(KtDbObjectId container, bool recursive,
@@ -90,13 +88,13 @@ public:
     virtual Orbx::ErrorStatus attachBlockReferenceMonitor(KtRxCallback callback,
                                                           const KtDbObjectIdArray& blockIds);
     virtual void detachBlockReferenceMonitor(KtRxCallback callback);
-    /// Adds every callback attached to any block. eMissing at an empty entry.
+    /// Adds every callback attached to any block. eMissing at an empty entry, and when there is no memory.
     virtual Orbx::ErrorStatus collectBlockReferenceMonitors(KtDxCallbackSet& callbacks);
 
     /// The record of this drawing that stands for the drawing of `id`; the null id when that is this one, or
     /// none stands for it.
     virtual KtDbObjectId findXrefBlock(KtDbObjectId id) const;
-    /// Has `id` reach `block` (not owned by this), unless it is a key already.
+    /// Has `id` reach `block`, unless it is a key already. What keys reach belongs to this object.
     virtual void addRepresentation(KtDbObjectId id, KtDxBlock* block);
     /// Binds to a document record: finds model space and scans, watching nothing yet. eMissing without a
     /// document or a drawing; the host's status when there is no model space or the block table will not
@@ -131,16 +129,16 @@ private:
     std::uint32_t countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,
                                    KtDbObjectIdSet& visited);
     KtDbObjectId countedContainer(KtDbObjectId container) const;
-    bool collectNestedInChanged(KtDbObjectIdSet& nested);
+    Orbx::ErrorStatus collectNestedInChanged(KtDbObjectIdSet& nested);
+    bool hasEmptyEntry() const;
     void markChanged(const KtDbObjectIdSet& blocks);
     void markAllChanged();
-    bool collectCallbacksOfChanged(KtDxCallbackSet& callbacks) const;
-    void clearChangedMarks();
+    void takeCallbacksOfChanged(KtDxCallbackSet& callbacks);
     static std::exception_ptr callEach(const KtDxCallbackSet& callbacks);
     void hearBlockTable(const KtDbBlockTable& blockTable, bool hear);
     void enableMonitors(bool enable);
     Orbx::ErrorStatus enableTimer(bool enable);
-    void stopHearingBlockTable();
+    void stopHearing();
     void destroyMonitors();
     void destroyTimer();
 
@@ -152,8 +150,7 @@ private:
     bool rescanNeeded_ = true;
     bool pendingChanges_ = false;
     KtDxTimer* timer_ = nullptr;
-    std::vector<std::unique_ptr<KtDxBlock>> ownedMonitors_; // each once, however many keys reach it
-    bool hearsBlockTable_ = false;                          // also after an enabling that failed half-way
+    KtDbObjectId heardTable_; // also after an enabling that failed half-way, and after a reset
     const BlockNesting* nesting_ =
         nullptr; // while changes are propagated: one picture serves every changed block
 };

@@ -4,7 +4,8 @@
 #include "app/KtDxDocument.h"
 #include "blocks/KtDxBlocks.h"
 
-#include <new>
+#include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -27,13 +28,43 @@ bool startWatching(KtDxBlocks& monitor) {
 
 /// Nobody left to call.
 bool hasNoCallbacks(KtDxBlocks& monitor) {
-    try {
-        KtDxCallbackSet callbacks;
-        return monitor.collectBlockReferenceMonitors(callbacks) == Orbx::eOk && callbacks.empty();
-    } catch (const std::bad_alloc&) {
-        return false; // there were callbacks to find memory for
-    }
+    KtDxCallbackSet callbacks;
+    return monitor.collectBlockReferenceMonitors(callbacks) == Orbx::eOk && callbacks.empty();
 }
+
+bool isHeld(const KtDxBlocks& monitor, KtRxCallback callback) {
+    const auto& monitors = monitor.blockMonitors();
+    return std::any_of(monitors.begin(), monitors.end(), [callback](const auto& entry) {
+        return entry.second != nullptr && entry.second->callbacks()->contains(callback);
+    });
+}
+
+/// Tells the host when the callback has come to be held, or has ceased to be, however many definitions it
+/// watches.
+class HoldingNoted {
+public:
+    HoldingNoted(const KtDxBlocks& monitor, KtApDocument* document, KtRxCallback callback)
+        : monitor_(monitor),
+          document_(document),
+          callback_(callback),
+          wasHeld_(isHeld(monitor, callback)) {}
+
+    HoldingNoted(const HoldingNoted&) = delete;
+    HoldingNoted& operator=(const HoldingNoted&) = delete;
+
+    ~HoldingNoted() {
+        const bool held = isHeld(monitor_, callback_);
+        if (held != wasHeld_) {
+            ktrxNoteCallback(document_, callback_, held);
+        }
+    }
+
+private:
+    const KtDxBlocks& monitor_;
+    KtApDocument* document_;
+    KtRxCallback callback_;
+    bool wasHeld_;
+};
 
 } // namespace
 
@@ -43,12 +74,11 @@ bool ktdxBlockReferenceMonitorAttach(KtApDocument* document, const KtArray<KtDbO
         return false;
     }
     KtDxBlocks* monitor = monitorOf(document, true);
-    if (monitor == nullptr || !startWatching(*monitor) ||
-        monitor->attachBlockReferenceMonitor(callback, *ids) != Orbx::eOk) {
+    if (monitor == nullptr || !startWatching(*monitor)) {
         return false;
     }
-    ktrxNoteCallback(document, callback, true);
-    return true;
+    const HoldingNoted noted(*monitor, document, callback);
+    return monitor->attachBlockReferenceMonitor(callback, *ids) == Orbx::eOk;
 }
 
 void ktdxBlockReferenceMonitorDetach(KtApDocument* document, KtRxCallback callback) {
@@ -56,8 +86,10 @@ void ktdxBlockReferenceMonitorDetach(KtApDocument* document, KtRxCallback callba
     if (monitor == nullptr) {
         return;
     }
-    monitor->detachBlockReferenceMonitor(callback);
-    ktrxNoteCallback(document, callback, false);
+    {
+        const HoldingNoted noted(*monitor, document, callback);
+        monitor->detachBlockReferenceMonitor(callback);
+    }
     if (hasNoCallbacks(*monitor)) {
         std::ignore =
             monitor->setEnabled(false); // what could not be let go of now is let go of with the document

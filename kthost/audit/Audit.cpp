@@ -8,10 +8,10 @@ namespace {
 
 std::string findingOf(const std::string& when, const Leftover& leftover) {
     std::string text = when + ": " + leftover.text;
-    if (leftover.code != nullptr) {
-        text += " (" + codeText(leftover.code) + ")";
-    } else if (!leftover.broughtBy.empty()) {
+    if (!leftover.broughtBy.empty()) {
         text += " (by " + leftover.broughtBy + ")";
+    } else if (leftover.code != nullptr) {
+        text += " (" + codeText(leftover.code) + ")";
     }
     return text;
 }

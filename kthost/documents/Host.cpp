@@ -5,8 +5,8 @@
 
 #include "kthost/audit/TraceIds.h"
 #include "kthost/database/OpenObjects.h"
+#include "kthost/database/TraceDescriber.h"
 #include "kthost/documents/HostLeftovers.h"
-#include "kthost/documents/ObjectText.h"
 #include "kthost/documents/PrintSink.h"
 #include "kthost/reader/Utf8.h"
 #include "kthost/runtime/Faults.h"
@@ -39,7 +39,7 @@ void removeObjectReactors(const AddressRange& range) {
 Host::Host() {
     currentHost = this;
     Faults::instance().reset();
-    setTraceIdDescriber(describeObject);
+    describeIdsInTrace();
     addSources();
     modules_.onLeaving = [this](const LoadedModule& module) { moduleLeaves(module); };
     documents_.onDestroying = [this](const Document& document) { documentGoes(document); };

@@ -1,14 +1,17 @@
 #include "kthost/documents/HostLeftovers.h"
 
+#include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/OpenObjects.h"
 #include "kthost/documents/CommandRegistry.h"
 #include "kthost/documents/DocumentManager.h"
-#include "kthost/documents/ObjectText.h"
 #include "kthost/reader/Utf8.h"
 #include "kthost/runtime/CallbackLedger.h"
 #include "kthost/runtime/CodeOrigin.h"
 #include "kthost/runtime/SystemRegistry.h"
 #include "kthost/window/MessageLoop.h"
+
+#include <sstream>
+#include <string>
 
 namespace kthost {
 
@@ -26,15 +29,25 @@ const char* textOf(KtDb::OpenMode mode) {
     return "notify";
 }
 
+// Such as "KtDbBlockTableRecord 2A R_0603".
+template <typename Found>
+std::string objectText(const Found& found) {
+    const std::wstring_view name = recordName(found.id);
+    std::ostringstream text;
+    text << toUtf8(found.className) << ' ' << std::hex << std::uppercase << found.handle;
+    text << (name.empty() ? "" : " ") << toUtf8(name);
+    return text.str();
+}
+
 Leftover leftoverOf(const OpenObject& open) {
     Leftover leftover;
-    leftover.text = "left open for " + std::string(textOf(open.mode)) + ": " + objectText(open.id);
+    leftover.text = "left open for " + std::string(textOf(open.mode)) + ": " + objectText(open);
     leftover.always = true;
     return leftover;
 }
 
 Leftover leftoverOf(const AttachedReactor& attached) {
-    return {"reactor left on " + objectText(attached.id), virtualTableOf(attached.reactor), {}, false};
+    return {"reactor left on " + objectText(attached), virtualTableOf(attached.reactor), {}, false};
 }
 
 void addEntries(const Dictionary& dictionary, const char* what, std::vector<Leftover>& leftovers) {

@@ -1,0 +1,3 @@
+#include "TestModule.h"
+
+TEST_MODULE_VERSION(KtRx::kApiVersion)

@@ -1,0 +1,5 @@
+#include "TestModule.h"
+
+TEST_MODULE_EXPORT int testResourceAnswer() {
+    return 7;
+}

@@ -128,6 +128,7 @@ std::error_code ExclusiveFile::open(const std::filesystem::path& path) noexcept 
     return {};
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it moves on in the file
 std::error_code ExclusiveFile::read(void* to, std::size_t length, std::size_t& got) noexcept {
     got = 0;
     for (;;) {

@@ -42,10 +42,26 @@ std::string join(const Items& items, const char* separator, const Text& text) {
     return joined;
 }
 
+std::string lineOf(const std::wstring& reference, const Component& component) {
+    const auto flag = [](bool isSet) { return std::string(isSet ? "1" : "0"); };
+    const std::string fields[] = {
+        toUtf8(reference),
+        toUtf8(component.value),
+        toUtf8(component.footprint),
+        toUtf8(component.libId),
+        join(component.units, ",", [](int unit) { return std::to_string(unit); }),
+        flag(component.isInBom),
+        flag(component.isOnBoard),
+        flag(component.isDnp),
+        join(component.sheets, " | ", [](const std::wstring& sheet) { return toUtf8(sheet); }),
+    };
+    return join(fields, "\t", [](const std::string& field) { return field; });
+}
+
 } // namespace
 
-std::map<std::wstring, Component> componentsOf(const Design& design) {
-    std::map<std::wstring, Component> components;
+ComponentMap componentsOf(const Design& design) {
+    ComponentMap components;
     const OccurrenceFinder finder(design);
     for (std::size_t file = 0; file < design.files.size(); ++file) {
         for (const PlacedSymbol& symbol : design.files[file].schematic.symbols) {
@@ -62,20 +78,13 @@ std::map<std::wstring, Component> componentsOf(const Design& design) {
     return components;
 }
 
-std::string lineOf(const std::wstring& reference, const Component& component) {
-    const auto flag = [](bool isSet) { return std::string(isSet ? "1" : "0"); };
-    const std::string fields[] = {
-        toUtf8(reference),
-        toUtf8(component.value),
-        toUtf8(component.footprint),
-        toUtf8(component.libId),
-        join(component.units, ",", [](int unit) { return std::to_string(unit); }),
-        flag(component.isInBom),
-        flag(component.isOnBoard),
-        flag(component.isDnp),
-        join(component.sheets, " | ", [](const std::wstring& sheet) { return toUtf8(sheet); }),
-    };
-    return join(fields, "\t", [](const std::string& field) { return field; });
+std::vector<std::string> linesOf(const ComponentMap& components) {
+    std::vector<std::string> lines;
+    lines.reserve(components.size());
+    for (const auto& [reference, component] : components) {
+        lines.push_back(lineOf(reference, component));
+    }
+    return lines;
 }
 
 } // namespace kthost::test

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace kthost::test {
 
@@ -20,10 +21,12 @@ struct Component {
     std::set<std::wstring> sheets;
 };
 
-/// By designator, without power symbols.
-std::map<std::wstring, Component> componentsOf(const Design& design);
+using ComponentMap = std::map<std::wstring, Component>; ///< by designator
 
-/// One line of a list of expected components, without line end.
-std::string lineOf(const std::wstring& reference, const Component& component);
+/// Without power symbols.
+ComponentMap componentsOf(const Design& design);
+
+/// A line each, as a list of expected components has it, without line end.
+std::vector<std::string> linesOf(const ComponentMap& components);
 
 } // namespace kthost::test

@@ -22,7 +22,7 @@ protected:
     const test::Component& component(const wchar_t* reference) const { return components_.at(reference); }
 
     Design design_ = readDesign(test::samplesFolder() / "sensor-node.kicad_sch");
-    std::map<std::wstring, test::Component> components_ = test::componentsOf(design_);
+    test::ComponentMap components_ = test::componentsOf(design_);
 };
 
 TEST_F(Sample, NamesOneSheetFileTwice) {

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <UserLocale.h>
+
 #include "legacy/ByteSource.h"
-#include "legacy/UserLocale.h"
 
 #include <array>
 #include <cstddef>

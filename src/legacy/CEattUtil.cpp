@@ -1,8 +1,9 @@
 #include "legacy/CEattUtil.h"
 
+#include <UserLocale.h>
+
 #include "legacy/CollationRanks.h"
 #include "legacy/ShellSort.h"
-#include "legacy/UserLocale.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "legacy/UserLocale.h"
+#include <UserLocale.h>
 
 #include <stdexcept>
 

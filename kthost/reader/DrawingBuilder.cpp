@@ -79,9 +79,7 @@ std::vector<XDataValue> DrawingBuilder::occurrences(std::size_t file, const Plac
 
 std::unique_ptr<Database> buildDrawing(const Design& design, std::wstring name) {
     auto database = std::make_unique<Database>(std::move(name));
-    const bool wasRecording = database->setUndoRecording(false);
     DrawingBuilder(design, *database).placeAll();
-    database->setUndoRecording(wasRecording);
     return database;
 }
 

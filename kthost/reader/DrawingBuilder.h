@@ -27,8 +27,8 @@ class Database;
 /// library symbols come before sheet files, each in the order of the files, and the later one gets " (2)"
 /// behind its name; "|" becomes "{bar}" and a leading "*" "{star}".
 ///
-/// Nothing of it is kept for undo. User-interface thread only. Throws std::runtime_error when the host fails
-/// at a step; a design that was read gives no reason for that.
+/// Nothing of it can be undone: it is the state below the first step. User-interface thread only. Throws
+/// std::runtime_error when the host fails at a step; a design that was read gives no reason for that.
 std::unique_ptr<Database> buildDrawing(const Design& design, std::wstring name);
 
 } // namespace kthost

@@ -3,6 +3,7 @@
 #include "kthost/reader/Utf8.h"
 
 #include <cstdint>
+#include <type_traits>
 
 namespace kthost {
 
@@ -21,6 +22,11 @@ void appendEscape(std::string& line, std::uint32_t unit) {
     }
 }
 
+// Widened without a sign, whatever wchar_t is here.
+std::uint32_t unitOf(wchar_t character) {
+    return static_cast<std::make_unsigned_t<wchar_t>>(character);
+}
+
 bool isSurrogate(std::uint32_t unit) {
     return kFirstSurrogate <= unit && unit <= kLastSurrogate;
 }
@@ -30,8 +36,8 @@ bool isPair(std::wstring_view text, std::size_t i) {
     if (sizeof(wchar_t) != 2 || i + 1 >= text.size()) {
         return false;
     }
-    const auto high = static_cast<std::uint32_t>(text[i]);
-    const auto low = static_cast<std::uint32_t>(text[i + 1]);
+    const auto high = unitOf(text[i]);
+    const auto low = unitOf(text[i + 1]);
     return isSurrogate(high) && high < kFirstLowSurrogate && isSurrogate(low) && low >= kFirstLowSurrogate;
 }
 
@@ -55,7 +61,7 @@ void appendJson(std::string& line, std::wstring_view text) {
     line.reserve(line.size() + text.size() + 2);
     line += '"';
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto unit = static_cast<std::uint32_t>(text[i]);
+        const auto unit = unitOf(text[i]);
         const std::size_t length = isPair(text, i) ? 2 : 1;
         if (length == 2 || !appendSpecial(line, unit)) {
             line += toUtf8(unit > kLastCodePoint ? L"\uFFFD" : text.substr(i, length));

@@ -24,6 +24,7 @@ std::vector<std::wstring> tagsOf(const AttributeMap& map) {
 /// Enough tags for the map to hash them, in an order of their own.
 std::vector<std::wstring> manyTags() {
     std::vector<std::wstring> tags;
+    tags.reserve(1000);
     for (int i = 0; i < 1000; ++i) {
         tags.push_back(std::to_wstring(i * 7919 % 1000));
     }

@@ -25,53 +25,63 @@ protected:
     }
 };
 
-std::locale utf8Locale() {
-    return std::locale("C.UTF-8");
-}
+/// Tests that need a locale with UTF-8, which not every system's standard library has.
+class Utf8CodePage : public testing::Test {
+protected:
+    void SetUp() override {
+        try {
+            utf8_ = std::locale("C.UTF-8");
+        } catch (const std::runtime_error&) {
+            GTEST_SKIP() << "there is no such locale here";
+        }
+    }
+
+    std::locale utf8_;
+};
 
 TEST(CodePage, IsThatOfTheLocale) {
     const std::locale euro(std::locale::classic(), new EuroEncoding);
     EXPECT_EQ(wideFromCodePage("5 \xA4", euro), L"5 \u20AC");
 }
 
-TEST(CodePage, ReadsUtf8) {
-    EXPECT_EQ(wideFromCodePage("Gr\xC3\xB6\xC3\x9F\x65", utf8Locale()), L"Gr\u00F6\u00DFe");
+TEST_F(Utf8CodePage, ReadsUtf8) {
+    EXPECT_EQ(wideFromCodePage("Gr\xC3\xB6\xC3\x9F\x65", utf8_), L"Gr\u00F6\u00DFe");
 }
 
-TEST(CodePage, ReadsUtf8OutsideTheBasicPlane) {
-    EXPECT_EQ(wideFromCodePage("\xF0\x9F\x98\x80", utf8Locale()), L"\U0001F600");
+TEST_F(Utf8CodePage, ReadsUtf8OutsideTheBasicPlane) {
+    EXPECT_EQ(wideFromCodePage("\xF0\x9F\x98\x80", utf8_), L"\U0001F600");
 }
 
-TEST(CodePage, GivesBytesThatAreNoTextTheirOwnValue) {
-    EXPECT_EQ(wideFromCodePage("Gr\xF6\xDF\x65", utf8Locale()), L"Gr\u00F6\u00DFe");
+TEST_F(Utf8CodePage, GivesBytesThatAreNoTextTheirOwnValue) {
+    EXPECT_EQ(wideFromCodePage("Gr\xF6\xDF\x65", utf8_), L"Gr\u00F6\u00DFe");
 }
 
-TEST(CodePage, GivesTheBytesOfACharacterThatIsCutOffTheirOwnValue) {
-    EXPECT_EQ(wideFromCodePage("a\xE2\x82", utf8Locale()), L"a\u00E2\u0082");
+TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatIsCutOffTheirOwnValue) {
+    EXPECT_EQ(wideFromCodePage("a\xE2\x82", utf8_), L"a\u00E2\u0082");
 }
 
-TEST(CodePage, GivesTheBytesOfACharacterThatBreaksOffTheirOwnValue) {
-    EXPECT_EQ(wideFromCodePage("a\xE2\x82z\xC3\xA9", utf8Locale()), L"a\u00E2\u0082z\u00E9");
+TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatBreaksOffTheirOwnValue) {
+    EXPECT_EQ(wideFromCodePage("a\xE2\x82z\xC3\xA9", utf8_), L"a\u00E2\u0082z\u00E9");
 }
 
 TEST(CodePage, GivesBytesTheirOwnValueWhereTheLocaleKnowsOnlyAscii) {
     EXPECT_EQ(wideFromCodePage("\xC3\xA9", std::locale::classic()), L"\u00C3\u00A9");
 }
 
-TEST(CodePage, KeepsZeros) {
-    EXPECT_EQ(wideFromCodePage({"a\0b", 3}, utf8Locale()), std::wstring(L"a\0b", 3));
+TEST_F(Utf8CodePage, KeepsZeros) {
+    EXPECT_EQ(wideFromCodePage({"a\0b", 3}, utf8_), std::wstring(L"a\0b", 3));
 }
 
-TEST(CodePage, ReadsACharacterAcrossItsSlices) {
+TEST_F(Utf8CodePage, ReadsACharacterAcrossItsSlices) {
     for (const std::size_t before : {253U, 254U, 255U, 256U}) {
-        EXPECT_EQ(wideFromCodePage(std::string(before, 'x') + "\xF0\x9F\x98\x80y", utf8Locale()),
+        EXPECT_EQ(wideFromCodePage(std::string(before, 'x') + "\xF0\x9F\x98\x80y", utf8_),
                   std::wstring(before, L'x') + L"\U0001F600y");
     }
 }
 
-TEST(CodePage, ReadsMillionsOfBytesThatAreNoText) {
+TEST_F(Utf8CodePage, ReadsMillionsOfBytesThatAreNoText) {
     const std::string bytes(2'000'000, '\xFF');
-    EXPECT_EQ(wideFromCodePage(bytes, utf8Locale()), std::wstring(bytes.size(), L'\u00FF'));
+    EXPECT_EQ(wideFromCodePage(bytes, utf8_), std::wstring(bytes.size(), L'\u00FF'));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
+#include "kthost/window/Terminal.h"
 #include "tools/ktemplate/Commands.h"
-#include "tools/ktemplate/Terminal.h"
 
 #include <CLI/CLI.hpp>
 
@@ -35,7 +35,7 @@ void declare(CLI::App& app, Request& request) {
 }
 
 ktemplate::Status carryOut(const CLI::App& app, const Request& request) {
-    const ktemplate::Console console{std::cout, std::cerr, ktemplate::standardErrorIsTerminal()};
+    const ktemplate::Console console{std::cout, std::cerr, kthost::isTerminal(kthost::StandardStream::error)};
     if (app.got_subcommand("show")) {
         return ktemplate::show(request.file, request.json, console);
     }

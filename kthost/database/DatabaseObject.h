@@ -25,7 +25,7 @@ public:
 
     Orbx::ErrorStatus close() final { return closeObject(head_.id); }
 
-    Orbx::ErrorStatus erase(bool erasing) final { return eraseObject(head_.id, erasing); }
+    Orbx::ErrorStatus erase(bool erasing = true) final { return eraseObject(head_.id, erasing); }
 
     Orbx::ErrorStatus addReactor(KtDbObjectReactor* reactor) const final {
         return addReactorTo(head_, reactor);

@@ -48,9 +48,15 @@ void list(std::wostringstream& out, const wchar_t* label, const std::vector<KtDb
     }
 }
 
+bool isUnappended(KtDbObjectId id) {
+    return ObjectStore::instance().find(id)->unappended != 0;
+}
+
 void dumpRecord(std::wostringstream& out, const BlockTableRecord& record) {
     list(out, L" living:", record.references().living());
-    list(out, L" erased:", record.references().erased());
+    std::vector<KtDbObjectId> erased = record.references().erased();
+    std::erase_if(erased, isUnappended);
+    list(out, L" erased:", erased);
     list(out, L" entities:", referencesIn(record.objectId()));
     out << L" contains:" << record.contains().size() << L" placed:" << record.placedIn().size();
 }
@@ -92,7 +98,7 @@ std::wstring dumpDatabase(const Database& database) {
     std::wostringstream out;
     for (std::uint64_t handle = 1; handle <= store.lastHandle(contents.slot); ++handle) {
         const KtDbObjectId id = store.byHandle(contents.slot, handle);
-        if (!isReleased(id)) {
+        if (!isReleased(id) && !isUnappended(id)) {
             dumpObject(out, contents, id, *store.find(id));
         }
     }

@@ -90,7 +90,7 @@ Orbx::ErrorStatus refusalToOpen(const Stub& stub, KtDb::OpenMode mode) {
 
 void beginOpening(Stub& stub, KtDb::OpenMode mode) {
     const bool forNotify = mode == KtDb::kForNotify;
-    stub.openings = static_cast<std::uint16_t>((stub.openings << 1U) | (forNotify ? 1U : 0U));
+    stub.openings = static_cast<std::uint16_t>((std::uint32_t{stub.openings} << 1U) | (forNotify ? 1U : 0U));
     if (forNotify) {
         ++stub.notifiers;
     } else if (mode == KtDb::kForRead) {
@@ -113,7 +113,7 @@ Orbx::ErrorStatus endOpening(KtDbObjectId id) {
         return Orbx::eNotOpen;
     }
     const KtDb::OpenMode mode = latestMode(*stub);
-    stub->openings = static_cast<std::uint16_t>(stub->openings >> 1U);
+    stub->openings = static_cast<std::uint16_t>(std::uint32_t{stub->openings} >> 1U);
     if (mode == KtDb::kForNotify) {
         --stub->notifiers;
     } else if (mode == KtDb::kForRead) {

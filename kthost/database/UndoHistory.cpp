@@ -60,8 +60,7 @@ Orbx::ErrorStatus UndoHistory::cancel() {
 Orbx::ErrorStatus UndoHistory::takeBack() {
     const Orbx::ErrorStatus status = play(open_, true);
     if (status == Orbx::eOk) {
-        forget(open_);
-        open_.records.clear();
+        forget(std::exchange(open_, {}));
     }
     return status;
 }
@@ -122,7 +121,7 @@ void UndoHistory::record(UndoRecord record) {
     (depth_ != 0 ? open_ : done_.back()).records.push_back(std::move(record));
 }
 
-void UndoHistory::forget(UndoStep& step) {
+void UndoHistory::forget(UndoStep step) {
     for (const UndoRecord& record : step.records) {
         const auto mentioned = mentions_.find(concernedObject(record));
         if (--mentioned->second == 0) {
@@ -130,13 +129,13 @@ void UndoHistory::forget(UndoStep& step) {
             mentions_.erase(mentioned);
         }
     }
+    dropped_.push_back(std::move(step));
 }
 
 void UndoHistory::forgetUndone() {
-    for (UndoStep& step : undone_) {
-        forget(step);
+    for (UndoStep& step : std::exchange(undone_, {})) {
+        forget(std::move(step));
     }
-    undone_.clear();
 }
 
 Orbx::ErrorStatus UndoHistory::discard() {
@@ -144,10 +143,9 @@ Orbx::ErrorStatus UndoHistory::discard() {
         return Orbx::eNotNow;
     }
     forgetUndone();
-    for (UndoStep& step : done_) {
-        forget(step);
+    for (UndoStep& step : std::exchange(done_, {})) {
+        forget(std::move(step));
     }
-    done_.clear();
     releaseForgotten();
     return Orbx::eOk;
 }
@@ -162,7 +160,7 @@ void UndoHistory::setLimit(std::size_t steps) {
 
 void UndoHistory::applyLimit() {
     while (done_.size() > limit_) {
-        forget(done_.front());
+        forget(std::move(done_.front()));
         done_.pop_front();
     }
 }
@@ -170,6 +168,7 @@ void UndoHistory::applyLimit() {
 /// An object may have been kept by the mention of one that it owns, so its owners are looked at with it.
 /// Those that still cannot go, because somebody has them open, are tried again the next time.
 void UndoHistory::releaseForgotten() {
+    dropped_.clear();
     std::vector<KtDbObjectId> candidates;
     for (KtDbObjectId id : std::exchange(forgotten_, {})) {
         const Stub* stub = ObjectStore::instance().find(id);

@@ -74,7 +74,7 @@ public:
 
 private:
     Orbx::ErrorStatus play(UndoStep& step, bool backwards);
-    void forget(UndoStep& step);
+    void forget(UndoStep step);
     void forgetUndone();
     void applyLimit();
     Orbx::ErrorStatus takeBack();
@@ -85,7 +85,8 @@ private:
     std::vector<UndoStep> undone_;
     UndoStep open_;
     std::unordered_map<KtDbObjectId, std::size_t> mentions_; // records that name the object, in all steps
-    std::vector<KtDbObjectId> forgotten_;                    // lost their last mention; looked at later
+    std::vector<UndoStep> dropped_; // may hold attached drawings, which must not go in the middle of a change
+    std::vector<KtDbObjectId> forgotten_; // lost their last mention; looked at later
     std::size_t limit_ = static_cast<std::size_t>(-1);
     std::size_t depth_ = 0;
     bool cancelled_ = false;

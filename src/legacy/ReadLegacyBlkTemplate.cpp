@@ -13,7 +13,7 @@ namespace {
 /// this.
 class DistinctList {
 public:
-    explicit DistinctList(KtDxStringList& list) : list_(&list) {}
+    DistinctList(KtDxStringList& list, std::size_t most) : list_(&list) { seen_.reserve(most); }
 
     void add(std::wstring_view text) {
         if (seen_.insert(text).second) {
@@ -26,9 +26,17 @@ private:
     std::unordered_set<std::wstring_view, TagHash> seen_;
 };
 
+std::size_t countAttributes(const CEattBlockArray& blocks) {
+    std::size_t count = 0;
+    for (const auto& block : blocks) {
+        count += block->m_mapAttributes.size();
+    }
+    return count;
+}
+
 void listSelected(const CEattMain& source, KtDxStringList& blockNames, KtDxStringList& attributeTags) {
-    DistinctList names(blockNames);
-    DistinctList tags(attributeTags);
+    DistinctList names(blockNames, source.m_arrBlocks.size());
+    DistinctList tags(attributeTags, countAttributes(source.m_arrBlocks));
     for (const auto& block : source.m_arrBlocks) {
         if (!block->m_bSelected) {
             continue;

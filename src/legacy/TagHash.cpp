@@ -26,7 +26,7 @@ const std::uint64_t kSeed = makeSeed();
 
 } // namespace
 
-std::size_t TagHash::operator()(std::wstring_view text) const noexcept {
+std::size_t TagHash::operator()(std::wstring_view text) const {
     std::uint64_t hash = kSeed ^ text.size();
     for (const wchar_t character : text) {
         hash = mixed(hash + static_cast<std::uint64_t>(character));

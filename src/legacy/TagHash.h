@@ -6,5 +6,7 @@
 /// A hash of text that differs from one run of the program to the next, so that no file can be made whose
 /// tags all fall together.
 struct TagHash {
-    std::size_t operator()(std::wstring_view text) const noexcept;
+    /// Not noexcept: the standard library's tables keep the hashes of their texts only then, and looking a
+    /// text up again to hash it once more costs more than anything else.
+    std::size_t operator()(std::wstring_view text) const;
 };

@@ -65,6 +65,18 @@ bool isComponent(const Occurrence& occurrence) {
     return !occurrence.designator.empty() && occurrence.designator.front() != L'#';
 }
 
+/// The units that are placed, each once: "1,2,3". They come in ascending order.
+template <typename Iterator>
+std::wstring unitsText(Iterator first, Iterator last) {
+    std::wstring text = std::to_wstring(first->unit);
+    for (Iterator before = first++; first != last; before = first++) {
+        if (first->unit != before->unit) {
+            text += L"," + std::to_wstring(first->unit);
+        }
+    }
+    return text;
+}
+
 PartsTable listComponents(const std::vector<Occurrence>& occurrences, const Selection& selection) {
     TableBuilder builder({L"Reference", L"Block", L"Units"});
     for (auto first = occurrences.begin(); first != occurrences.end();) {
@@ -73,7 +85,7 @@ PartsTable listComponents(const std::vector<Occurrence>& occurrences, const Sele
         });
         if (isComponent(*first)) {
             builder.addRow(first->designator,
-                           {first->designator, first->reference->block, std::to_wstring(last - first)},
+                           {first->designator, first->reference->block, unitsText(first, last)},
                            *first->reference);
         }
         first = last;

@@ -27,8 +27,8 @@ struct Selection {
 ///  - by occurrence: a row for every way in which a reference comes to lie in a layout, with the columns
 ///    Reference, Unit, Block, Container, Handle and Path, in the natural order of their designators;
 ///  - by component: occurrences with one designator are one row, with the columns Reference, Block and Units
-///    (how many there are); those without a designator and those whose designator begins with # are left out.
-///    Block and attributes are those of the first occurrence.
+///    (the numbers of those that are placed); those without a designator and those whose designator begins
+///    with # are left out. Block and attributes are those of the first occurrence.
 /// A column for each attribute tag follows. Throws std::length_error for more occurrences than can be listed.
 PartsTable extractParts(const KtDbDatabase& database, const Selection& selection);
 

@@ -28,7 +28,7 @@ TEST_F(ScriptRunner, StopsAtALineThatCannotBeDoneAndNamesIt) {
 }
 
 TEST_F(ScriptRunner, GoesOnWhenToldTo) {
-    EXPECT_EQ(runAll("define R\ndefine B\n", {.keepGoing = true}), ScriptResult::failed);
+    EXPECT_EQ(runAll("define R\ndefine B\n", {.name = "", .keepGoing = true}), ScriptResult::failed);
     EXPECT_FALSE(recordByName(drawing(), L"B").isNull());
 }
 
@@ -38,12 +38,12 @@ TEST_F(ScriptRunner, EndsAtQuit) {
 }
 
 TEST_F(ScriptRunner, EchoesLinesThatHoldACommand) {
-    runAll("# comment\n\n  define A\r\n", {.echo = true});
+    runAll("# comment\n\n  define A\r\n", {.name = "", .echo = true});
     EXPECT_EQ(out_.str(), ">   define A\ndefined A\n");
 }
 
 TEST_F(ScriptRunner, PromptsAndGoesOnBehindAMistake) {
-    EXPECT_EQ(runAll("define R\nquit\n", {.prompt = true}), ScriptResult::failed);
+    EXPECT_EQ(runAll("define R\nquit\n", {.name = "", .prompt = true}), ScriptResult::failed);
     EXPECT_EQ(out_.str(), "kthost> kthost> ");
 }
 

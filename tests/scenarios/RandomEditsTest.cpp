@@ -1,0 +1,81 @@
+#include "tests/scenarios/RandomEditor.h"
+#include "tests/scenarios/ScenarioTest.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <random>
+#include <regex>
+
+namespace kthost {
+
+namespace {
+
+constexpr int kCommands = 1000;
+
+/// Path of a root sheet below the folder of drawings; empty when there is no such folder.
+std::string drawingFile(const std::string& name) {
+    if (name.find('/') == std::string::npos) {
+        return std::string(KTDX_SAMPLES) + "/" + name;
+    }
+    const char* folder = std::getenv("KTDX_DRAWINGS");
+    return folder == nullptr ? "" : std::string(folder) + "/" + name;
+}
+
+std::uint32_t chooseSeed() {
+    const char* seed = std::getenv("KTDX_SEED");
+    return seed == nullptr ? std::random_device()()
+                           : static_cast<std::uint32_t>(std::strtoul(seed, nullptr, 10));
+}
+
+struct RandomCase {
+    const char* drawing;
+    const char* list;
+};
+
+class RandomEdits : public ScenarioTest, public testing::WithParamInterface<RandomCase> {};
+
+/// The list has to be right behind every single command, and so have the file and the table in the drawing.
+TEST_P(RandomEdits, LeaveTheListEqualToAFreshExtraction) {
+    const std::string file = drawingFile(GetParam().drawing);
+    if (file.empty()) {
+        GTEST_SKIP() << "KTDX_DRAWINGS does not name the folder of " << GetParam().drawing;
+    }
+    const std::uint32_t seed = chooseSeed();
+    std::cout << GetParam().drawing << ", seed " << seed << '\n';
+    SCOPED_TRACE(seed);
+    loadAll();
+    run("open \"" + file + "\"");
+    run("parts " + std::string(GetParam().list) + " to " + inFolder("list.csv"));
+    RandomEditor editor(drawing(), seed);
+    int done = 0;
+    while (done < kCommands) {
+        const std::string line = editor.nextLine();
+        if (failure(line).empty()) {
+            ++done;
+            ASSERT_EQ(failure("parts check"), "") << "behind command " << done << ": " << line;
+        }
+    }
+    EXPECT_TRUE(host_.end().clean());
+}
+
+std::string nameOf(const testing::TestParamInfo<RandomCase>& info) {
+    const std::string drawing = info.param.drawing;
+    const std::string folder = drawing.substr(0, drawing.find_first_of("/."));
+    return std::regex_replace(folder, std::regex("[^a-z0-9]"), "_") + "_" + std::to_string(info.index);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, RandomEdits,
+    testing::Values(RandomCase{"sensor-node.kicad_sch", "as table 0,0"},
+                    RandomCase{"sensor-node.kicad_sch", "by occurrence"},
+                    RandomCase{"sensor-node.kicad_sch", "by component where in_bom=yes dnp=no as table 0,0"},
+                    RandomCase{"bp-irtoy/bp5-ir-toy-v3-rev3.kicad_sch", "as table 0,0"},
+                    RandomCase{"pmod-r22/eurorack-pmod-pcb.kicad_sch", "by occurrence"},
+                    RandomCase{"glasgow-c3/glasgow.kicad_sch", "by component where in_bom=yes dnp=no"},
+                    RandomCase{"tt06-fpga/tt06-fpga-ICE40UP5k.kicad_sch",
+                               "by component where dnp=no as table 0,0"}),
+    nameOf);
+
+} // namespace
+
+} // namespace kthost

@@ -15,15 +15,12 @@ namespace {
 std::vector<std::size_t> plainOrder(std::vector<std::size_t> ranks) {
     std::vector<std::size_t> order(ranks.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    const auto n = static_cast<int>(ranks.size());
-    for (int gap = n / 2; gap >= 1; gap /= 2) {
-        for (int i = gap; i < n; ++i) {
-            for (int j = i - gap; j >= 0; j -= gap) {
-                const auto low = static_cast<std::size_t>(j);
-                const auto high = static_cast<std::size_t>(j + gap);
-                if (ranks[high] < ranks[low]) {
-                    std::swap(ranks[high], ranks[low]);
-                    std::swap(order[high], order[low]);
+    for (std::size_t gap = ranks.size() / 2; gap >= 1; gap /= 2) {
+        for (std::size_t i = gap; i < ranks.size(); ++i) {
+            for (std::size_t j = i; j >= gap; j -= gap) {
+                if (ranks[j] < ranks[j - gap]) {
+                    std::swap(ranks[j], ranks[j - gap]);
+                    std::swap(order[j], order[j - gap]);
                 }
             }
         }

@@ -52,6 +52,13 @@ std::string_view wholeCharacters(std::string_view text, std::size_t length) {
     return text.substr(0, length);
 }
 
+std::string enclosed(std::string_view text, char mark) {
+    std::string result(1, mark);
+    result += text;
+    result += mark;
+    return result;
+}
+
 std::string shortened(std::string_view text) {
     constexpr std::size_t kLongest = 60;
     const std::string_view shown = wholeCharacters(text, kLongest);
@@ -137,7 +144,7 @@ SexprToken SexprLexer::quoted() {
 void SexprLexer::checkEscape(std::size_t offset) const {
     if (offset + 1 < text_.size() && resolveEscape(text_[offset + 1]) == kNoEscape) {
         source_->fail(offset, R"(one of the escapes \" \\ \n \r \t)",
-                      "'" + std::string(wholeCharacters(text_.substr(offset), 2)) + "'");
+                      enclosed(wholeCharacters(text_.substr(offset), 2), '\''));
     }
 }
 
@@ -163,13 +170,13 @@ std::string SexprLexer::unescape(std::string_view text) {
 std::string describe(const SexprToken& token) {
     switch (token.kind) {
     case SexprTokenKind::String:
-        return '"' + shortened(token.text) + '"';
+        return enclosed(shortened(token.text), '"');
     case SexprTokenKind::Data:
         return "embedded data";
     case SexprTokenKind::End:
         return std::string(kEndOfFile);
     default:
-        return "'" + shortened(token.text) + "'";
+        return enclosed(shortened(token.text), '\'');
     }
 }
 

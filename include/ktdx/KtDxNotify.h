@@ -84,7 +84,8 @@ KTDX_EXPORT bool ktdxUpdateBlockGraph(KtApDocument* document, bool force, bool n
 /// shared while it is read: it does not open while anyone else, in this process or another, holds it open,
 /// and nobody else gets it for writing meanwhile. Where the file system or the file's ownership keeps the
 /// system from telling who holds it (on Linux: no leases, or somebody else's file), it opens all the same.
-/// Touches no drawing, so it may be called from any thread.
+/// Touches no drawing. What a list of the caller throws, but for std::bad_alloc, passes through to the
+/// caller.
 KTDX_EXPORT void ktdxReadLegacyBlkTemplate(const wchar_t* templatePath, KtDxStringList* blockNames,
                                            KtDxStringList* attributeTags);
 

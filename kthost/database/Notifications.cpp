@@ -39,20 +39,32 @@ void traceNotification(const char* name, KtDbObjectId id, KtDbObjectId other, Kt
     line.address("reactor", reactor);
 }
 
-template <typename Call>
-void notify(const char* name, KtDbObjectId id, KtDbObjectId other, Call call) {
+/// Null when the object has no reactors.
+ReactorSlot* reactorsOf(KtDbObjectId id) {
     const Stub* stub = ObjectStore::instance().find(id);
     if (stub == nullptr || stub->object == nullptr || headOf(*stub).reactors.isEmpty()) {
-        return;
+        return nullptr;
     }
-    const NotifyOpening opening(id);
-    const KtDbObject* object = stub->object;
-    headOf(*stub).reactors.forEach([&](KtDbObjectReactor* reactor) {
+    return &headOf(*stub).reactors;
+}
+
+template <typename Call>
+void send(const char* name, KtDbObjectId id, KtDbObjectId other, ReactorSlot& reactors, Call call) {
+    reactors.forEach([&](KtDbObjectReactor* reactor) {
         if (tracing()) {
             traceNotification(name, id, other, reactor);
         }
-        call(*reactor, object);
+        call(*reactor);
     });
+}
+
+template <typename Call>
+void notify(const char* name, KtDbObjectId id, KtDbObjectId other, Call call) {
+    if (ReactorSlot* reactors = reactorsOf(id)) {
+        const NotifyOpening opening(id);
+        const KtDbObject* object = ObjectStore::instance().find(id)->object;
+        send(name, id, other, *reactors, [&](KtDbObjectReactor& reactor) { call(reactor, object); });
+    }
 }
 
 KtDbObject* objectOf(KtDbObjectId id) {
@@ -115,7 +127,9 @@ void notifyReappended(KtDbObjectId id) {
 }
 
 void notifyObjectClosed(KtDbObjectId id) {
-    notify("objectClosed", id, {}, [id](auto& reactor, auto*) { reactor.objectClosed(id); });
+    if (ReactorSlot* reactors = reactorsOf(id)) {
+        send("objectClosed", id, {}, *reactors, [id](auto& reactor) { reactor.objectClosed(id); });
+    }
 }
 
 } // namespace kthost

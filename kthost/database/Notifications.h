@@ -19,6 +19,7 @@ void notifyModifyUndone(KtDbObjectId id);
 void notifyModifiedXData(KtDbObjectId id);
 void notifyUnappended(KtDbObjectId id);
 void notifyReappended(KtDbObjectId id);
+/// The object is closed meanwhile: reactors may open it in any way.
 void notifyObjectClosed(KtDbObjectId id);
 
 } // namespace kthost

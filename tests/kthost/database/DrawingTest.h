@@ -76,6 +76,16 @@ protected:
         return object;
     }
 
+    static bool isReleased(KtDbObjectId id) {
+        KtDbObject* object = nullptr;
+        const Orbx::ErrorStatus status =
+            ktdbOpenObject(object, id, KtDbObject::desc(), KtDb::kForNotify, true);
+        if (object != nullptr) {
+            close(object);
+        }
+        return status == Orbx::eObjectReleased;
+    }
+
     template <class T>
     static T* openAs(KtDbObjectId id, KtDb::OpenMode mode) {
         T* object = nullptr;

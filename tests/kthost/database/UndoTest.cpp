@@ -172,7 +172,7 @@ TEST_F(Undo, ForgetsWhatCouldBeRedoneAtTheFirstChangeAndNotBefore) {
     step([&] { define(L"C"); });
     EXPECT_EQ(history().redoable(), 0U);
     EXPECT_EQ(log.take(), Events({event("goodbye", id)}));
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
     EXPECT_EQ(erased(resistor), Ids());
 }
 
@@ -182,11 +182,10 @@ TEST_F(Undo, ReleasesAForgottenObjectThatWasOpenOnceItIsClosed) {
     ASSERT_EQ(history().undo(), Orbx::eOk);
     KtDbObject* held = open(id, KtDb::kForNotify);
     step([&] { define(L"C"); });
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eOk);
-    close(held);
+    EXPECT_FALSE(isReleased(id));
     close(held);
     step([&] { define(L"D"); });
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
 }
 
 TEST_F(Undo, DoesNotRestoreWhatItsRedoWouldReappend) {
@@ -204,7 +203,7 @@ TEST_F(Undo, RollsACancelledStepBack) {
     EXPECT_EQ(setAttributeText(drawing, before, L"A", L"b"), Orbx::eOk);
     EXPECT_EQ(history().cancel(), Orbx::eOk);
     EXPECT_EQ(attributesOf(before)[0].text, L"a");
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
     EXPECT_EQ(history().undoable(), 0U);
     EXPECT_EQ(history().redoable(), 0U);
 }
@@ -266,9 +265,9 @@ TEST_F(Undo, ReleasesWhatTheStepsBeyondItsLimitErased) {
     step([&] { define(L"C"); });
     history().setLimit(2);
     EXPECT_EQ(history().undoable(), 2U);
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eOk);
+    EXPECT_FALSE(isReleased(id));
     history().setLimit(1);
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
     EXPECT_EQ(history().undo(), Orbx::eOk);
 }
 
@@ -280,17 +279,17 @@ TEST_F(Undo, KeepsAnErasedOwnerWhileAStepMentionsWhatItOwns) {
         EXPECT_EQ(setXData(drawing, value, L"APP", {{KtDbXDataItem::kInteger, 1, L""}}), Orbx::eOk);
     });
     history().setLimit(1);
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eOk);
+    EXPECT_FALSE(isReleased(id));
     step([&] { define(L"C"); });
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
-    EXPECT_EQ(tryOpen(value, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
+    EXPECT_TRUE(isReleased(value));
 }
 
 TEST_F(Undo, ReleasesErasedObjectsWhenTheHistoryIsDiscarded) {
     const KtDbObjectId id = place();
     step([&] { EXPECT_EQ(eraseReference(drawing, id), Orbx::eOk); });
     ASSERT_EQ(history().discard(), Orbx::eOk);
-    EXPECT_EQ(tryOpen(id, KtDb::kForRead, true), Orbx::eObjectReleased);
+    EXPECT_TRUE(isReleased(id));
     EXPECT_EQ(history().undo(), Orbx::eNothingToUndo);
 }
 

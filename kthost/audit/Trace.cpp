@@ -3,6 +3,8 @@
 #include "kthost/audit/JsonText.h"
 #include "kthost/audit/TraceIds.h"
 #include "kthost/runtime/CodeText.h"
+#include "kthost/window/SystemPath.h"
+#include "kthost/window/WindowCalls.h"
 
 #include <fstream>
 #include <utility>
@@ -66,14 +68,16 @@ bool openTrace(const std::filesystem::path& file) {
     std::ofstream& stream = traceFile();
     // Unbuffered: each line is one write, so a host that crashes leaves every line up to there.
     stream.rdbuf()->pubsetbuf(nullptr, 0);
-    stream.open(file, std::ios::binary | std::ios::trunc);
+    stream.open(systemPath(file), std::ios::binary | std::ios::trunc);
     linesWritten = 0;
     detail::traceOpen = stream.is_open();
+    setAnswered(WindowCall::postMessage, detail::traceOpen);
     return detail::traceOpen;
 }
 
 void closeTrace() {
     detail::traceOpen = false;
+    setAnswered(WindowCall::postMessage, false);
     traceFile().close();
     traceFile().clear();
 }

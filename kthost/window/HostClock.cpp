@@ -1,6 +1,6 @@
 #include "kthost/window/HostClock.h"
 
-#include <chrono>
+#include "kthost/window/WindowCalls.h"
 
 namespace kthost {
 
@@ -15,16 +15,12 @@ HostClock::HostClock() {
 }
 
 HostClock::~HostClock() {
+    setAnswered(WindowCall::getTickCount, false);
     currentClock = nullptr;
 }
 
 HostClock* HostClock::current() {
     return currentClock;
-}
-
-DWORD HostClock::machineTicks() {
-    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
-    return static_cast<DWORD>(std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count());
 }
 
 DWORD HostClock::now() const {
@@ -34,15 +30,18 @@ DWORD HostClock::now() const {
 void HostClock::set(DWORD ticks) {
     standing_ = true;
     ticks_ = ticks;
+    setAnswered(WindowCall::getTickCount, true);
 }
 
 void HostClock::advance(DWORD milliseconds) {
     ticks_ += milliseconds;
+    setAnswered(WindowCall::getTickCount, true);
 }
 
 void HostClock::useMachine() {
     standing_ = false;
     ticks_ = 0;
+    setAnswered(WindowCall::getTickCount, false);
 }
 
 } // namespace kthost

@@ -3,6 +3,8 @@
 #include "kthost/audit/Trace.h"
 #include "kthost/reader/Utf8.h"
 #include "kthost/runtime/Report.h"
+#include "kthost/window/SystemQueue.h"
+#include "kthost/window/WindowCalls.h"
 
 namespace kthost {
 
@@ -15,18 +17,36 @@ MainWindow* currentWindow = nullptr;
 } // namespace
 
 MainWindow::MainWindow() {
-    // Handles are only compared, never followed; the window's own address is one that nothing else has.
-    window_.m_hWnd = reinterpret_cast<HWND>(&window_);
-    thread_.m_pMainWnd = &window_;
+    setPresent(true);
     currentWindow = this;
 }
 
 MainWindow::~MainWindow() {
+    setPresent(false);
+    setInputWaiting(false);
     currentWindow = nullptr;
 }
 
 MainWindow* MainWindow::current() {
     return currentWindow;
+}
+
+void MainWindow::setPresent(bool present) {
+    if (present == isPresent()) {
+        return;
+    }
+    if (present) {
+        window_.m_hWnd = createHiddenWindow(window_);
+        thread_.m_pMainWnd = &window_;
+    } else {
+        thread_.m_pMainWnd = nullptr;
+        destroyHiddenWindow(window_.m_hWnd);
+    }
+}
+
+void MainWindow::setInputWaiting(bool waiting) {
+    inputWaiting_ = waiting;
+    setAnswered(WindowCall::getInputState, waiting);
 }
 
 int MainWindow::showMessageBox(const wchar_t* text, UINT type, UINT helpId) {

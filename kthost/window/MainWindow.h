@@ -17,6 +17,7 @@ public:
         UINT helpId;
     };
 
+    /// Throws std::system_error when the system has no window for it.
     MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
@@ -24,10 +25,11 @@ public:
 
     static MainWindow* current();
 
+    /// That of the last one while there is none.
     HWND handle() const { return window_.m_hWnd; }
 
-    /// A program has no main window while it starts and ends.
-    void setPresent(bool present) { thread_.m_pMainWnd = present ? &window_ : nullptr; }
+    /// A program has no main window while it starts and ends. Messages that wait for it go with it.
+    void setPresent(bool present);
 
     bool isPresent() const { return thread_.m_pMainWnd != nullptr; }
 
@@ -37,7 +39,7 @@ public:
     CWinThread* thread() { return threadKnown_ ? &thread_ : nullptr; }
 
     /// Whether mouse or keyboard input waits.
-    void setInputWaiting(bool waiting) { inputWaiting_ = waiting; }
+    void setInputWaiting(bool waiting);
 
     bool isInputWaiting() const { return inputWaiting_; }
 

@@ -5,6 +5,7 @@
 #include "kthost/runtime/ModuleCode.h"
 #include "kthost/runtime/ModuleLoader.h"
 #include "kthost/window/MessageText.h"
+#include "kthost/window/SystemQueue.h"
 
 #include <string_view>
 
@@ -14,12 +15,12 @@ namespace {
 
 MessageLoop* currentLoop = nullptr;
 
-void traceMessage(const char* event, const MSG& message) {
+void traceMessage(const char* event, UINT message, WPARAM wParam, LPARAM lParam) {
     if (tracing()) {
         TraceLine(event)
-            .field("message", messageText(message.message))
-            .field("wParam", static_cast<std::int64_t>(message.wParam))
-            .field("lParam", static_cast<std::int64_t>(message.lParam));
+            .field("message", messageText(message))
+            .field("wParam", static_cast<std::int64_t>(wParam))
+            .field("lParam", static_cast<std::int64_t>(lParam));
     }
 }
 
@@ -56,14 +57,14 @@ MessageLoop* MessageLoop::current() {
     return currentLoop;
 }
 
-void MessageLoop::post(const MSG& message) {
-    traceMessage("post", message);
-    queue_.push_back(message);
+const std::deque<MSG>& MessageLoop::queue() {
+    takePostedMessages(queue_);
+    return queue_;
 }
 
 std::size_t MessageLoop::pump() {
     std::size_t dispatched = 0;
-    for (int round = 0; round < kMostRounds && !queue_.empty(); ++round) {
+    for (int round = 0; round < kMostRounds && !queue().empty(); ++round) {
         for (std::size_t left = queue_.size(); left > 0 && !queue_.empty(); --left) {
             MSG message = queue_.front();
             queue_.pop_front();
@@ -75,8 +76,13 @@ std::size_t MessageLoop::pump() {
 }
 
 bool MessageLoop::dispatch(MSG& message) {
-    traceMessage("dispatch", message);
-    return filters_.visitUntil([&message](KtEdMessageFilter filter) { return askFilter(filter, message); });
+    traceMessage("dispatch", message.message, message.wParam, message.lParam);
+    const bool kept =
+        filters_.visitUntil([&message](KtEdMessageFilter filter) { return askFilter(filter, message); });
+    if (!kept) {
+        deliverToWindow(message);
+    }
+    return kept;
 }
 
 bool MessageLoop::addFilter(KtEdMessageFilter filter) {
@@ -92,6 +98,10 @@ bool MessageLoop::removeFilter(KtEdMessageFilter filter) {
     const bool removed = !refused && filter != nullptr && filters_.remove(filter);
     traceFilter("filter remove", filter, removed);
     return removed;
+}
+
+void tracePosting(UINT message, WPARAM wParam, LPARAM lParam) {
+    traceMessage("post", message, wParam, lParam);
 }
 
 } // namespace kthost

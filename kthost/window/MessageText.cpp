@@ -5,8 +5,8 @@
 namespace kthost {
 
 std::wstring messageText(UINT message) {
-    const std::wstring_view name = registeredMessageName(message);
-    return name.empty() ? std::to_wstring(message) : std::wstring(name);
+    const std::wstring name = registeredMessageName(message);
+    return name.empty() ? std::to_wstring(message) : name;
 }
 
 } // namespace kthost

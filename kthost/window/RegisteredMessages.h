@@ -3,7 +3,6 @@
 #include <WindowSystem.h>
 
 #include <string>
-#include <string_view>
 
 namespace kthost {
 
@@ -12,6 +11,6 @@ inline constexpr UINT kFirstRegisteredMessage = 0xC000;
 
 /// The name that a message id was registered under; empty when it was not. Ids stay for the life of the
 /// process.
-std::wstring_view registeredMessageName(UINT message);
+std::wstring registeredMessageName(UINT message);
 
 } // namespace kthost

@@ -1,6 +1,6 @@
 #include <UserLocale.h>
 
-#include <WindowSystem.h>
+#include "kthost/window/windows/SystemLocale.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -12,8 +12,11 @@ namespace {
 
 constexpr int kLongestCharacter = 8; // in bytes; no code page has one as long
 
-/// The system's code page for 8-bit text.
+/// One of the system's code pages for 8-bit text.
 class SystemEncoding : public std::codecvt<wchar_t, char, std::mbstate_t> {
+public:
+    explicit SystemEncoding(UINT codePage) : codePage_(codePage) {}
+
 protected:
     result do_in(state_type& /*state*/, const extern_type* from, const extern_type* fromEnd,
                  const extern_type*& fromNext, intern_type* to, intern_type* toEnd,
@@ -44,15 +47,17 @@ protected:
 
 private:
     /// The number of bytes of the first character, which is written to `character`; 0 when there is none.
-    static int decode(const char* from, const char* fromEnd, wchar_t (&character)[2], int& units) {
+    int decode(const char* from, const char* fromEnd, wchar_t (&character)[2], int& units) const {
         for (int length = 1; length <= kLongestCharacter && length <= fromEnd - from; ++length) {
-            units = MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, from, length, character, 2);
+            units = MultiByteToWideChar(codePage_, MB_ERR_INVALID_CHARS, from, length, character, 2);
             if (units > 0) {
                 return length;
             }
         }
         return 0;
     }
+
+    UINT codePage_;
 };
 
 /// The user's order of texts.
@@ -111,15 +116,19 @@ protected:
     }
 };
 
-std::locale makeUserLocale() {
-    const std::locale ordered(std::locale::classic(), new SystemOrder);
-    const std::locale lettered(ordered, new SystemLetters);
-    return {lettered, new SystemEncoding};
-}
-
 } // namespace
 
+namespace kthost {
+
+std::locale systemLocale(UINT codePage) {
+    const std::locale ordered(std::locale::classic(), new SystemOrder);
+    const std::locale lettered(ordered, new SystemLetters);
+    return {lettered, new SystemEncoding(codePage)};
+}
+
+} // namespace kthost
+
 const std::locale& userLocale() {
-    static const std::locale kUserLocale = makeUserLocale();
+    static const std::locale kUserLocale = kthost::systemLocale(CP_ACP);
     return kUserLocale;
 }

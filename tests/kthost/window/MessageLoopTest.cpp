@@ -222,11 +222,26 @@ TEST_F(Loop, KeepsAFilterWhenAFaultIsAskedForAtItsRemoval) {
     EXPECT_THAT(seen, ElementsAre("pass 1"));
 }
 
-TEST(LoopEnd, LeavesNowhereToPostTo) {
-    const MainWindow window;
+TEST_F(Loop, HandsNothingOverForAWindowThatHasGone) {
+    ktedRegisterFilterWinMsg(pass);
+    post(1);
+    window.setPresent(false);
+    EXPECT_EQ(loop.pump(), 0U);
+    EXPECT_THAT(seen, IsEmpty());
+}
+
+TEST(LoopEnd, LeavesNowhereToRegisterAFilter) {
     { const MessageLoop loop; }
-    EXPECT_EQ(PostMessageW(window.handle(), 1, 0, 0), 0);
     EXPECT_FALSE(ktedRegisterFilterWinMsg(pass));
+}
+
+TEST(WindowEnd, LeavesNowhereToPostTo) {
+    HWND handle = nullptr;
+    {
+        const MainWindow window;
+        handle = window.handle();
+    }
+    EXPECT_EQ(PostMessageW(handle, 1, 0, 0), 0);
 }
 
 } // namespace

@@ -1,9 +1,8 @@
-#ifndef _WIN32
-
 #include "kthost/window/RegisteredMessages.h"
 
 #include <algorithm>
 #include <deque>
+#include <string_view>
 
 namespace {
 
@@ -35,12 +34,10 @@ UINT RegisterWindowMessageW(const wchar_t* name) {
 
 namespace kthost {
 
-std::wstring_view registeredMessageName(UINT message) {
+std::wstring registeredMessageName(UINT message) {
     const auto& names = registeredNames();
     const std::size_t index = std::size_t{message} - kFirstRegisteredMessage;
-    return message < kFirstRegisteredMessage || index >= names.size() ? std::wstring_view() : names[index];
+    return message < kFirstRegisteredMessage || index >= names.size() ? std::wstring() : names[index];
 }
 
 } // namespace kthost
-
-#endif

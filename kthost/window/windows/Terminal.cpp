@@ -1,10 +1,6 @@
 #include "kthost/window/Terminal.h"
 
-#ifdef _WIN32
 #include <io.h>
-#else
-#include <unistd.h>
-#endif
 
 namespace kthost {
 
@@ -24,11 +20,7 @@ int descriptorOf(StandardStream stream) {
 } // namespace
 
 bool isTerminal(StandardStream stream) {
-#ifdef _WIN32
     return _isatty(descriptorOf(stream)) != 0;
-#else
-    return isatty(descriptorOf(stream)) != 0;
-#endif
 }
 
 } // namespace kthost

@@ -1,5 +1,3 @@
-#ifndef _WIN32
-
 #include "kthost/window/SharedLibrary.h"
 
 #include <dlfcn.h>
@@ -85,5 +83,3 @@ std::optional<CodePlace> placeOfAddress(const void* address) {
 }
 
 } // namespace kthost
-
-#endif

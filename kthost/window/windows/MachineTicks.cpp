@@ -1,0 +1,9 @@
+#include "kthost/window/HostClock.h"
+
+namespace kthost {
+
+DWORD HostClock::machineTicks() {
+    return GetTickCount();
+}
+
+} // namespace kthost

@@ -120,6 +120,10 @@ TEST(ArchiveString, FailsWhereItsUtf16IsCutOff) {
     expectEndOfFileAt(4, utf16Marker().u8(2).u16('a').u8('b'));
 }
 
+TEST(ArchiveString, FailsBeforeTheCharactersOfALongTextThatIsCutOff) {
+    expectEndOfFileAt(6, utf16Marker().u8(0xFF).u16(5000).raw(std::string(9999, 'x')));
+}
+
 TEST(ArchiveString, FailsForALengthOfTwoToThe63WithoutTakingMemory) {
     expectEndOfFileAt(18, utf16Marker().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 63).u8(0));
 }

@@ -37,7 +37,8 @@ template <typename Items, typename Text>
 std::string join(const Items& items, const char* separator, const Text& text) {
     std::string joined;
     for (const auto& item : items) {
-        joined += (joined.empty() ? "" : separator) + text(item);
+        joined += joined.empty() ? "" : separator;
+        joined += text(item);
     }
     return joined;
 }

@@ -182,15 +182,21 @@ TEST_F(DesignReader, RefusesASheetThatIsNoSchematic) {
     EXPECT_THAT(error(), StartsWith(at("x.txt", "2:1") + "expected a schematic"));
 }
 
+std::string chainFile(std::size_t index) {
+    std::string name = index == 0 ? "root.kicad_sch" : "s";
+    return index == 0 ? name : name.append(std::to_string(index));
+}
+
 // Each file names the next one `times` times.
 void writeChain(const TemporaryFolder& folder, std::size_t length, int times) {
-    for (std::size_t i = 0; i <= length; ++i) {
+    for (std::size_t i = 0; i < length; ++i) {
         std::string body;
-        for (int t = 0; t < times && i < length; ++t) {
-            body += sheet("S" + std::to_string(t), "s" + std::to_string(i + 1));
+        for (int t = 0; t < times; ++t) {
+            body += sheet(t == 0 ? "S0" : "S1", chainFile(i + 1));
         }
-        folder.write(i == 0 ? "root.kicad_sch" : "s" + std::to_string(i), schematicText(body));
+        folder.write(chainFile(i), schematicText(body));
     }
+    folder.write(chainFile(length), schematicText(""));
 }
 
 TEST_F(DesignReader, NestsSheetsAsDeepAsTheLimit) {

@@ -35,7 +35,7 @@ TEST_P(MalformedUtf8, IsFoundWhereItBegins) {
 }
 
 TEST_P(MalformedUtf8, BecomesReplacementCharacters) {
-    EXPECT_EQ(toWide("a" + std::string(GetParam().bytes)).substr(0, 2), L"a\uFFFD");
+    EXPECT_EQ(toWide(GetParam().bytes).substr(0, 1), L"\uFFFD");
 }
 
 INSTANTIATE_TEST_SUITE_P(Every, MalformedUtf8,

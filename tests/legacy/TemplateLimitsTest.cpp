@@ -13,7 +13,7 @@
 namespace {
 
 constexpr std::size_t kMultiple = 64;
-constexpr std::size_t kBasis = 64 * 1024; ///< what reading takes for a file of any size
+constexpr std::size_t kBasis = 65536; ///< what reading takes for a file of any size
 
 /// The most memory that the exported function takes for such a file at any time.
 std::size_t peakOf(const TemplateBytes& bytes) {

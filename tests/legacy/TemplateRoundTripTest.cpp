@@ -68,13 +68,13 @@ private:
         case 0:
             return L"\U0001F600";
         case 1:
-            return std::wstring{static_cast<wchar_t>(0xD800 + below(0x400)), L'x'};
+            return {static_cast<wchar_t>(0xD800 + below(0x400)), L'x'};
         case 2:
-            return std::wstring(1, static_cast<wchar_t>(0xDC00 + below(0x400)));
+            return std::wstring() + static_cast<wchar_t>(0xDC00 + below(0x400));
         case 3:
-            return std::wstring(1, static_cast<wchar_t>(below(0xD800)));
+            return std::wstring() + static_cast<wchar_t>(below(0xD800));
         default:
-            return std::wstring(1, static_cast<wchar_t>(L'A' + below(58)));
+            return std::wstring() + static_cast<wchar_t>(L'A' + below(58));
         }
     }
 

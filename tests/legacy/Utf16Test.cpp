@@ -19,7 +19,7 @@ std::wstring decoded(const std::vector<std::vector<unsigned char>>& pieces) {
 
 /// A lone surrogate as it stands in wide text.
 std::wstring lone(std::uint32_t unit) {
-    return std::wstring(1, static_cast<wchar_t>(unit));
+    return std::wstring() + static_cast<wchar_t>(unit);
 }
 
 TEST(Utf16, JoinsAPair) {

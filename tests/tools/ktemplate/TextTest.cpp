@@ -9,7 +9,7 @@ namespace {
 using namespace ktemplate;
 
 std::wstring lone(std::uint32_t unit) {
-    return std::wstring(1, static_cast<wchar_t>(unit));
+    return std::wstring() + static_cast<wchar_t>(unit);
 }
 
 TEST(Text, TurnsUtf8IntoWideText) {

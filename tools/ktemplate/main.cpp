@@ -1,11 +1,14 @@
+#include "kthost/window/ProgramStart.h"
 #include "kthost/window/Terminal.h"
 #include "tools/ktemplate/Commands.h"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -51,6 +54,8 @@ ktemplate::Status carryOut(const CLI::App& app, const Request& request) {
 } // namespace
 
 int main(int argc, char** argv) {
+    std::vector<std::string> words = kthost::startProgram(argc, argv);
+    std::reverse(words.begin(), words.end()); // the parser takes them from the back
     std::ios::sync_with_stdio(false);
     CLI::App app(
         "Reads and writes attribute-extraction templates. Exits with 0 when all is sound, 1 when it is not, "
@@ -59,7 +64,7 @@ int main(int argc, char** argv) {
     Request request;
     try {
         declare(app, request);
-        app.parse(argc, argv);
+        app.parse(std::move(words));
         return static_cast<int>(carryOut(app, request));
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : static_cast<int>(ktemplate::Status::usage);

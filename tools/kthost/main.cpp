@@ -3,16 +3,20 @@
 #include "kthost/console/ProgressBar.h"
 #include "kthost/console/ScriptRunner.h"
 #include "kthost/documents/Host.h"
+#include "kthost/window/ProgramStart.h"
+#include "kthost/window/SystemPath.h"
 #include "kthost/window/Terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -130,7 +134,7 @@ int runProgram(const Arguments& arguments) {
     std::ifstream file;
     const bool isFile = !arguments.script.empty() && arguments.script != "-";
     if (isFile) {
-        file.open(toPath(arguments.script));
+        file.open(kthost::systemPath(toPath(arguments.script)));
     }
     if (isFile && !file) {
         return refuseUsage("the script '" + arguments.script + "' cannot be read");
@@ -147,11 +151,13 @@ int runProgram(const Arguments& arguments) {
 } // namespace
 
 int main(int argc, char** argv) {
+    std::vector<std::string> words = kthost::startProgram(argc, argv);
+    std::reverse(words.begin(), words.end()); // the parser takes them from the back
     Arguments arguments;
     CLI::App app("A headless CAD host that loads run-time modules and runs commands on schematics", "kthost");
     declare(app, arguments);
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(words));
     } catch (const CLI::Success& success) { // help or version
         return app.exit(success);
     } catch (const CLI::ParseError& error) {

@@ -23,11 +23,11 @@ T* peek(KtDbObjectId id) {
 /// Calls `call(reference)` with the block reference or table behind the id; false when it is neither.
 template <typename Call>
 bool withReference(KtDbObjectId id, Call call) {
-    if (BlockReference* reference = peek<BlockReference>(id)) {
+    if (auto* reference = peek<BlockReference>(id)) {
         call(*reference);
         return true;
     }
-    if (Table* table = peek<Table>(id)) {
+    if (auto* table = peek<Table>(id)) {
         call(*table);
         return true;
     }

@@ -2,7 +2,6 @@
 
 #include <KtDbObjectId.h>
 #include <KtDbObjectIterator.h>
-#include <OrbxErrorStatus.h>
 
 namespace kthost {
 
@@ -10,6 +9,5 @@ class IdRun;
 
 /// Behind the virtual functions of references; null when there is no attribute.
 KtDbObjectIterator* newAttributeIterator(KtDbObjectId reference, const IdRun& attributes);
-Orbx::ErrorStatus beginStateChange(KtDbObjectId object);
 
 } // namespace kthost

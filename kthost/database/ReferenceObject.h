@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kthost/database/Changes.h"
 #include "kthost/database/DatabaseObject.h"
 #include "kthost/database/IdRun.h"
 #include "kthost/database/ObjectState.h"

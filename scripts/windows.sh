@@ -1,0 +1,49 @@
+# The build for Windows: its tests under Wine, and its package. Sourced by ./ktdx.
+
+needs_for_windows='
+MinGW-w64 for C++, with POSIX threads|g++-mingw-w64-x86-64-posix|has x86_64-w64-mingw32-g++-posix
+MinGW-w64 for C, with POSIX threads|gcc-mingw-w64-x86-64-posix|has x86_64-w64-mingw32-gcc-posix
+Wine|wine|has wine
+64-bit Wine|wine64|has_wine64
+sources of GoogleTest|googletest|test -e /usr/src/googletest/CMakeLists.txt
+zip|zip|has zip
+unzip|unzip|has unzip'
+
+windows_build=build/windows
+
+has_wine64() {
+  [ -x /usr/lib/wine/wine64 ] || has wine64
+}
+
+# with_wine COMMAND...: one Wine server for all that the command runs, ended behind it.
+with_wine() {
+  local status=0
+  export WINEPREFIX=$PWD/$windows_build/wine
+  scripts/under-wine.sh cmd /c ver >/dev/null
+  WINEDEBUG=-all wineserver --persistent
+  "$@" || status=$?
+  wineserver --kill || true
+  return "$status"
+}
+
+# What the tests' own reports say: how many ran, and which were skipped for what reason.
+sum_up_windows_tests() {
+  local results=$windows_build/test_results ran skipped
+  ran=$(cat "$results"/*.xml | grep -c '<testcase ' || true)
+  grep -h -A1 'result="skipped"' "$results"/*.xml |
+    sed -n 's/.*<testcase name="\([^"]*\)".*classname="\([^"]*\)".*/  \2.\1/p; s/.*<skipped message="[^&]*&#x0A;\([^"]*\)".*/      \1/p' || true
+  skipped=$(cat "$results"/*.xml | grep -c 'result="skipped"' || true)
+  echo "ktdx: under Wine $ran tests, $skipped of them skipped"
+  if [ $((skipped * 50)) -gt "$ran" ]; then
+    echo "ktdx: that is more than 2 in 100" >&2
+    return 1
+  fi
+}
+
+test_windows() {
+  require "$needs_to_build$needs_to_test$needs_for_windows"
+  rm -rf "$windows_build/test_results"
+  build windows
+  with_wine ctest --preset windows
+  sum_up_windows_tests
+}

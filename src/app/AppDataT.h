@@ -48,6 +48,9 @@ protected:
 
     Records& records() { return records_; }
 
+    /// The record that is found without a search if its document is asked for next; null when there is none.
+    T* cachedRecord() { return cache_ == records_.end() ? nullptr : cache_->second; }
+
     void forgetCachedRecord() { cache_ = records_.end(); }
 
     /// Stores the flag alone, without attaching.

@@ -5,6 +5,7 @@
 #include "kthost/reader/SheetError.h"
 #include "kthost/reader/SheetHierarchy.h"
 #include "kthost/reader/Utf8.h"
+#include "kthost/window/SystemPath.h"
 
 #include <fstream>
 #include <optional>
@@ -26,7 +27,7 @@ struct FoundFile {
 
 std::optional<FoundFile> findFile(const fs::path& path) {
     std::error_code error;
-    FoundFile found{fs::canonical(path, error), 0};
+    FoundFile found{fs::canonical(systemPath(path), error), 0};
     if (error || !fs::is_regular_file(found.canonical, error)) {
         return std::nullopt;
     }
@@ -36,7 +37,7 @@ std::optional<FoundFile> findFile(const fs::path& path) {
 
 SourceText readFile(const fs::path& path, std::uint64_t size) {
     const std::string name = toUtf8(pathText(path));
-    std::ifstream stream(path, std::ios::binary);
+    std::ifstream stream(systemPath(path), std::ios::binary);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     stream.read(bytes.data(), static_cast<std::streamsize>(size));
     if (static_cast<std::uint64_t>(stream.gcount()) != size) {

@@ -99,6 +99,15 @@ TEST_F(EntryPoint, UnloadIsDoneWithAServiceDictionaryThatIsNone) {
     EXPECT_NE(ktrxSysRegistry()->at(L"ServiceDictionary"), nullptr);
 }
 
+TEST_F(EntryPoint, UnloadKeepsAResourceLibraryThatCannotBeFreed) {
+    int notALibrary = 0;
+    const auto handle = reinterpret_cast<HMODULE>(&notALibrary);
+    gResourceInstance = handle;
+    EXPECT_EQ(ktrxEntryPoint(2, nullptr), 0);
+    EXPECT_EQ(gResourceInstance, handle);
+    gResourceInstance = nullptr;
+}
+
 /// What lies in the dictionary under the service's name, and what it saw when it went.
 template <typename Base>
 class WatchedEntry : public Base {

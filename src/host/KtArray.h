@@ -80,6 +80,9 @@ public:
 
     void append(const KtArray& other) {
         const std::size_t count = other.length_;
+        if (count == 0) {
+            return;
+        }
         growFor(count);
         std::copy_n(other.elements_.get(), count, elements_.get() + length_);
         length_ += static_cast<std::uint32_t>(count);
@@ -100,7 +103,9 @@ public:
         std::unique_ptr<T[]> moved(length == 0 ? nullptr : new T[length]);
         physicalLength_ = static_cast<std::uint32_t>(length);
         length_ = std::min(length_, physicalLength_);
-        std::copy_n(elements_.get(), length_, moved.get());
+        if (length_ != 0) {
+            std::copy_n(elements_.get(), length_, moved.get());
+        }
         elements_ = std::move(moved);
     }
 

@@ -71,18 +71,29 @@ struct KtDxBlock::Rescan {
     }
 };
 
+/// Representations are entered in the owner's map before anything can fail.
+void KtDxBlock::giveUp(KtDxBlocks* owner, std::unique_ptr<KtDxBlock>& block) {
+    if (owner != nullptr) {
+        owner->forgetRepresentations(block.get());
+    }
+    block.reset();
+}
+
 Orbx::ErrorStatus KtDxBlock::create(KtDxBlocks* owner, const KtDbBlockTableRecord* record,
                                     std::unique_ptr<KtDxBlock>& block) {
     block.reset(new (std::nothrow) KtDxBlock);
     if (block == nullptr) {
         return Orbx::eMissing;
     }
-    const Orbx::ErrorStatus status = block->init(owner, record);
+    Orbx::ErrorStatus status = Orbx::eMissing;
+    try {
+        status = block->init(owner, record);
+    } catch (...) { // the host's; it passes through
+        giveUp(owner, block);
+        throw;
+    }
     if (status != Orbx::eOk) {
-        if (owner != nullptr) {
-            owner->forgetRepresentations(block.get()); // representations are entered before anything can fail
-        }
-        block.reset();
+        giveUp(owner, block);
     }
     return status;
 }
@@ -386,14 +397,11 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
     if (enable == isEnabled()) {
         return Orbx::eOk;
     }
-    for (const auto& [container, references] : referencesByContainer_) {
-        if (references == nullptr) {
-            break;
-        }
-        for (const KtDbObjectId reference : *references) {
-            std::ignore =
-                attachReference(reference, enable); // one that will not open must not keep the others
-        }
+    try {
+        attachReferences(enable);
+    } catch (...) { // the host's; it passes through, and a monitor that is not enabled must not be heard
+        attachReferences(false);
+        throw;
     }
     std::ignore = KtDxEnableBase::setEnabled(enable); // storing the flag cannot fail
     if (blockId_.isNull() || !blockId_.isValid()) {
@@ -403,6 +411,18 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
         return Orbx::eInvalidBlockId;
     }
     return attachRecords(enable);
+}
+
+void KtDxBlock::attachReferences(bool attach) {
+    for (const auto& [container, references] : referencesByContainer_) {
+        if (references == nullptr) {
+            return;
+        }
+        for (const KtDbObjectId reference : *references) {
+            std::ignore =
+                attachReference(reference, attach); // one that will not open must not keep the others
+        }
+    }
 }
 
 Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {

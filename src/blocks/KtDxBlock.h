@@ -113,6 +113,8 @@ private:
     void detachAttributesOf(KtDbObjectId reference);
     void detachAttributes(const KtDbObjectIdArray& attributes);
     void detachAllAttributes();
+    static void giveUp(KtDxBlocks* owner, std::unique_ptr<KtDxBlock>& block);
+    void attachReferences(bool attach);
     Orbx::ErrorStatus attachRecords(bool attach);
     void leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why);
     void letGo(const KtDbObject* object);

@@ -128,21 +128,44 @@ TEST_F(AttachExport, TwiceIsHeldOnce) {
     EXPECT_EQ(heldCallbacks(), 0U);
 }
 
-TEST_F(AttachExport, NeverThrowsForWantOfMemory) {
+TEST_F(AttachExport, WithoutMemoryLeavesNothingBehind) {
+    const KtDbObjectId dynamic = edit_.defineDynamic(L"dynamic");
+    edit_.insertWithAttributes(edit_.represent(dynamic, L"1"), 2);
     edit_.insertWithAttributes(valve_, 12);
-    edit_.insertWithAttributes(pump_, 1);
     const KtArray<KtDbObjectId> ids{valve_, pump_};
     bool failed = true;
     for (std::size_t k = 1; failed; ++k) {
         {
             const FailingAllocation none(k);
-            EXPECT_NO_THROW(ktdxBlockReferenceMonitorAttach(&document_, &ids, client_.at(0))) << k;
+            try {
+                ktdxBlockReferenceMonitorAttach(&document_, &ids, client_.at(0));
+            } catch (const std::bad_alloc&) { // the host's own, which passes through
+                SUCCEED();
+            }
             failed = none.hasFailed();
         }
         application_.reset();
         ASSERT_EQ(reactorCount(), 0U) << k;
         ASSERT_EQ(openCount(), 0U) << k;
         application_ = std::make_unique<KtDxApplication>();
+    }
+}
+
+TEST_F(AttachExport, DoesNotThrowForWantOfItsOwnMemory) {
+    edit_.insertWithAttributes(valve_, 12);
+    const KtArray<KtDbObjectId> ids{valve_, pump_};
+    // The ids of one reference's attributes, at first and when there are more than eight.
+    for (const std::size_t size : {8 * sizeof(KtDbObjectId), 16 * sizeof(KtDbObjectId)}) {
+        bool failed = true;
+        std::size_t k = 0;
+        while (failed) {
+            const FailingAllocation none(++k, size);
+            EXPECT_NO_THROW(ktdxBlockReferenceMonitorAttach(&document_, &ids, client_.at(0))) << k;
+            failed = none.hasFailed();
+            application_.reset();
+            application_ = std::make_unique<KtDxApplication>();
+        }
+        EXPECT_GT(k, 1U);
     }
 }
 

@@ -5,9 +5,10 @@
 
 namespace parts {
 
-OccurrencePaths::OccurrencePaths(PlacementsOf placementsOf, IsLayout isLayout)
+OccurrencePaths::OccurrencePaths(PlacementsOf placementsOf, IsLayout isLayout, std::size_t most)
     : placementsOf_(std::move(placementsOf)),
-      isLayout_(std::move(isLayout)) {}
+      isLayout_(std::move(isLayout)),
+      most_(most) {}
 
 const std::vector<std::wstring>& OccurrencePaths::of(KtDbObjectId container) {
     // Outer containers come before inner ones; a list of what waits takes the place of recursion, whose depth
@@ -56,8 +57,8 @@ void OccurrencePaths::finish(Node& node) {
 
 void OccurrencePaths::extend(Node& node, const Placement& placement, const Node& outer) {
     paths_ += outer.paths.size();
-    if (paths_ > kMost) {
-        throw std::length_error("too many occurrences");
+    if (paths_ > most_) {
+        throw std::length_error("there are more occurrences than can be listed");
     }
     for (const std::wstring& path : outer.paths) {
         node.paths.push_back(path + L"/" + placement.handle);

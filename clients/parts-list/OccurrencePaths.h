@@ -18,11 +18,11 @@ public:
     using PlacementsOf = std::function<std::vector<Placement>(KtDbObjectId container)>;
     using IsLayout = std::function<bool(KtDbObjectId container)>;
 
-    OccurrencePaths(PlacementsOf placementsOf, IsLayout isLayout);
+    OccurrencePaths(PlacementsOf placementsOf, IsLayout isLayout, std::size_t most = kMost);
 
     /// The handles of the references walked through, the outermost first, each behind a "/"; the empty text
     /// for a layout. None for a container that lies in no layout. Stays valid as long as this lives. Throws
-    /// std::length_error beyond kMost paths.
+    /// std::length_error beyond `most` paths.
     const std::vector<std::wstring>& of(KtDbObjectId container);
 
 private:
@@ -40,6 +40,7 @@ private:
     PlacementsOf placementsOf_;
     IsLayout isLayout_;
     std::unordered_map<KtDbObjectId, Node> nodes_;
+    std::size_t most_;
     std::size_t paths_ = 0;
 };
 

@@ -71,6 +71,16 @@ protected:
         return rows;
     }
 
+    /// A failure can be looked at with `kthost --script`.
+    std::string keepScript(std::uint32_t seed) const {
+        const std::filesystem::path file =
+            std::filesystem::path(testing::TempDir()) / ("ktdx-random-" + std::to_string(seed) + ".script");
+        std::ofstream(file) << script_;
+        return file.string();
+    }
+
+    std::string script_; // the lines that were done
+
     static bool listsAllReferences() { return std::string(GetParam().list).empty(); }
 };
 
@@ -92,9 +102,11 @@ TEST_P(RandomEdits, LeaveTheListEqualToAFreshExtraction) {
         const std::string line = editor.nextLine();
         if (failure(line).empty()) {
             ++done;
-            ASSERT_EQ(failure("parts check"), "") << "behind command " << done << ": " << line;
+            script_ += line + "\n";
+            ASSERT_EQ(failure("parts check"), "") << "behind command " << done << ": " << keepScript(seed);
             if (listsAllReferences() && done % 10 == 0) {
-                ASSERT_EQ(writtenRows(), drawnRows()) << "behind command " << done << ": " << line;
+                ASSERT_EQ(writtenRows(), drawnRows())
+                    << "behind command " << done << ": " << keepScript(seed);
             }
         }
     }

@@ -14,6 +14,7 @@ using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 constexpr KtDbObjectId kLayout{1};
+constexpr std::size_t kMost = 10'000;
 
 /// Containers by number; 1 is the layout.
 class OccurrencePathsOf : public testing::Test {
@@ -26,7 +27,7 @@ protected:
 
     std::unordered_map<KtDbObjectId, std::vector<Placement>> placements_;
     OccurrencePaths paths_{[this](KtDbObjectId container) { return placements_[container]; },
-                           [](KtDbObjectId container) { return container == kLayout; }};
+                           [](KtDbObjectId container) { return container == kLayout; }, kMost};
 };
 
 TEST_F(OccurrencePathsOf, ALayoutAreTheEmptyPath) {

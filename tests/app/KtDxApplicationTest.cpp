@@ -290,6 +290,14 @@ TEST_F(OverriddenApplication, PostsNothingForARecordOfAnotherDocument) {
     EXPECT_EQ(postedAtCommandEnd(), 1U);
 }
 
+TEST_F(OverriddenApplication, PostsNothingForANullDocumentWhateverItsRecord) {
+    KtDxDocument record(nullptr);
+    application_.record = &record;
+    host_.documents().setCurrent(nullptr);
+    application_.documentLockModeChanged(nullptr, KtAp::kWrite, KtAp::kNotLocked, KtAp::kNotLocked, L"#set");
+    EXPECT_THAT(host_.loop().queue(), IsEmpty());
+}
+
 TEST_F(OverriddenApplication, AttachesAsTheRegistryDoesWhenSwitched) {
     std::ignore = application_.setEnabled(false);
     std::ignore = application_.setEnabled(true);

@@ -164,6 +164,17 @@ TEST_F(DocumentRecord, EnablesTheReactorAlsoWithoutACallback) {
     EXPECT_THAT((*record_->enabledTimers().begin())->listeners(), SizeIs(1));
 }
 
+TEST_F(DocumentRecord, SwitchesATimerThatHasNoReactor) {
+    {
+        const FailingAllocation failing(1, sizeof(KtDxExternalClientTimerReactor));
+        ASSERT_EQ(attach(0), Orbx::eMissing);
+    }
+    std::ignore = record_->setEnabled(true);
+    EXPECT_THAT(record_->enabledTimers(), SizeIs(1));
+    std::ignore = record_->setEnabled(false);
+    EXPECT_THAT(record_->enabledTimers(), IsEmpty());
+}
+
 TEST_F(DocumentRecord, IsSwitchedAlsoWhenAPartCannotFollow) {
     std::ignore = attach(0);
     std::ignore = record_->setEnabled(false);

@@ -60,7 +60,7 @@ private:
     KtDbObjectReactor* single() const;
     List* list() const;
     void setList(List* list);
-    void settle(List& list);
+    void settle(List& kept);
 
     std::uintptr_t value_ = 0;
 };

@@ -252,6 +252,12 @@ TEST_F(IdleCheckOfRecord, AsksTheDocumentOfTheRecordWhetherItIsQuiescent) {
     EXPECT_EQ(callsWith(record), 0U);
 }
 
+TEST_F(IdleCheckOfRecord, AsksTheDocumentOfTheMessageToo) {
+    WatchedRecord record(&other_);
+    document_.setDialogOpen(true);
+    EXPECT_EQ(callsWith(record), 0U);
+}
+
 TEST_F(IdleCheckOfRecord, AsksTheDocumentOfTheRecordForItsLock) {
     WatchedRecord record(&other_);
     host_.documents().lock(other_, KtAp::kWrite, L"palette");

@@ -1,6 +1,7 @@
 #include "blocks/KtDbBlockTableIter.h"
 #include "kthost/database/DatabaseObject.h"
 #include "tests/blocks/BlocksTest.h"
+#include "tests/support/FailingAllocation.h"
 
 #include <KtDbAttribute.h>
 #include <KtDbBlockReference.h>
@@ -111,6 +112,25 @@ TEST_F(NothingDangles, OnAReferenceWhoseAttachedDrawingLostItsRecord) {
     must(kthost::detachDrawing(drawing(), kthost::recordByName(drawing(), L"other")));
     ktdxUpdateBlockGraph(&document_, true, false);
     expectNothingLeft("the drawing was detached");
+}
+
+TEST_F(NothingDangles, OnReferencesThatARescanWithoutMemoryDidNotComeTo) {
+    bool failed = true;
+    for (std::size_t k = 1; failed; ++k) {
+        ASSERT_TRUE(attach(0, {valve_}));
+        {
+            const FailingAllocation none(k);
+            try {
+                ktdxUpdateBlockGraph(&document_, true, false);
+            } catch (const std::bad_alloc&) { // the host's own, which passes through
+                SUCCEED();
+            }
+            failed = none.hasFailed();
+        }
+        application_.reset();
+        ASSERT_EQ(reactorCount(), 0U) << k;
+        application_ = std::make_unique<KtDxApplication>();
+    }
 }
 
 TEST_F(NothingDangles, WhenTheDocumentCloses) {

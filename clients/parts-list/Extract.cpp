@@ -9,6 +9,7 @@
 #include "TableBuilder.h"
 
 #include <algorithm>
+#include <compare>
 #include <tuple>
 
 namespace parts {
@@ -32,7 +33,8 @@ std::vector<PlacedReference> selectReferences(const Selection& selection) {
 
 bool comesBefore(const PlacedReference& left, const PlacedReference& right) {
     const std::strong_ordering order = naturalOrder(left.block, right.block);
-    return order != 0 ? order < 0 : std::tie(left.handle, left.id) < std::tie(right.handle, right.id);
+    return std::is_neq(order) ? std::is_lt(order)
+                              : std::tie(left.handle, left.id) < std::tie(right.handle, right.id);
 }
 
 PartsTable listReferences(std::vector<PlacedReference> references, Containers& containers,

@@ -48,12 +48,12 @@ std::strong_ordering naturalOrder(std::wstring_view left, std::wstring_view righ
     std::wstring_view restRight = right;
     while (!restLeft.empty() && !restRight.empty()) {
         const std::strong_ordering order = stepOrder(restLeft, restRight);
-        if (order != 0) {
+        if (std::is_neq(order)) {
             return order;
         }
     }
     const std::strong_ordering order = restLeft.size() <=> restRight.size();
-    return order != 0 ? order : left.compare(right) <=> 0;
+    return std::is_neq(order) ? order : left.compare(right) <=> 0;
 }
 
 } // namespace parts

@@ -14,7 +14,7 @@ struct NaturalLess {
     using is_transparent = void;
 
     bool operator()(std::wstring_view left, std::wstring_view right) const {
-        return naturalOrder(left, right) < 0;
+        return std::is_lt(naturalOrder(left, right));
     }
 };
 

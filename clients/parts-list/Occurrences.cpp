@@ -3,6 +3,7 @@
 #include "NaturalOrder.h"
 
 #include <algorithm>
+#include <compare>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -39,9 +40,10 @@ Occurrence makeOccurrence(const PlacedReference& reference, std::wstring path, c
 
 bool comesBefore(const Occurrence& left, const Occurrence& right) {
     const std::strong_ordering order = naturalOrder(left.designator, right.designator);
-    return order != 0 ? order < 0
-                      : std::tie(left.unit, left.path, left.reference->handle, left.reference->id) <
-                            std::tie(right.unit, right.path, right.reference->handle, right.reference->id);
+    return std::is_neq(order)
+               ? std::is_lt(order)
+               : std::tie(left.unit, left.path, left.reference->handle, left.reference->id) <
+                     std::tie(right.unit, right.path, right.reference->handle, right.reference->id);
 }
 
 } // namespace

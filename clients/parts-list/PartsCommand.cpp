@@ -36,9 +36,12 @@ bool runOnExisting(DocumentWatch& watch, std::span<const wchar_t* const> words) 
     const std::wstring_view word = words.empty() ? L"" : words.front();
     if (word == L"heartbeat" && words.size() == 2) {
         runHeartbeat(watch, words[1]);
-    } else if (words.size() != 1) {
+        return true;
+    }
+    if (words.size() != 1) {
         return false;
-    } else if (word == L"show") {
+    }
+    if (word == L"show") {
         show(watch);
     } else if (word == L"check") {
         watch.list().check();

@@ -1,5 +1,7 @@
 #include "legacy/CodePage.h"
 
+#include "tests/legacy/Utf8Locale.h"
+
 #include <gtest/gtest.h>
 
 #include <cwchar>
@@ -30,7 +32,7 @@ class Utf8CodePage : public testing::Test {
 protected:
     void SetUp() override {
         try {
-            utf8_ = std::locale("C.UTF-8");
+            utf8_ = utf8Locale();
         } catch (const std::runtime_error&) {
             GTEST_SKIP() << "there is no such locale here";
         }

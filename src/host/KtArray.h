@@ -100,13 +100,14 @@ public:
         if (length > std::numeric_limits<std::uint32_t>::max()) {
             throw std::bad_array_new_length();
         }
-        std::unique_ptr<T[]> moved(length == 0 ? nullptr : new T[length]);
-        physicalLength_ = static_cast<std::uint32_t>(length);
-        length_ = std::min(length_, physicalLength_);
-        if (length_ != 0) {
-            std::copy_n(elements_.get(), length_, moved.get());
+        std::unique_ptr<T[]> moved;
+        if (length != 0) {
+            moved.reset(new T[length]);
+            std::copy_n(elements_.get(), std::min<std::size_t>(length_, length), moved.get());
         }
         elements_ = std::move(moved);
+        physicalLength_ = static_cast<std::uint32_t>(length);
+        length_ = std::min(length_, physicalLength_);
     }
 
     void swap(KtArray& other) noexcept {

@@ -1,6 +1,6 @@
 #include "kthost/audit/JsonText.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstdint>
 #include <type_traits>

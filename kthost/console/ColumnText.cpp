@@ -1,6 +1,6 @@
 #include "kthost/console/ColumnText.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -5,7 +5,7 @@
 #include "kthost/console/Words.h"
 #include "kthost/documents/Host.h"
 #include "kthost/documents/PrintSink.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <exception>
 #include <ostream>

@@ -5,7 +5,7 @@
 #include "kthost/console/Words.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/Definitions.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 namespace kthost {
 

@@ -8,7 +8,7 @@
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/documents/Host.h"
 #include "kthost/reader/PathText.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <memory>
 #include <utility>

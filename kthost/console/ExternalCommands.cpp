@@ -8,7 +8,7 @@
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/ExternalReferences.h"
 #include "kthost/reader/PathText.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <filesystem>
 #include <memory>

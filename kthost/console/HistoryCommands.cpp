@@ -5,7 +5,7 @@
 #include "kthost/console/Words.h"
 #include "kthost/database/Database.h"
 #include "kthost/database/UndoHistory.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstdint>
 #include <limits>

@@ -5,7 +5,7 @@
 #include "kthost/console/OneLine.h"
 #include "kthost/console/Session.h"
 #include "kthost/console/Words.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <algorithm>
 #include <string>

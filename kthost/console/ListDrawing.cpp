@@ -9,7 +9,7 @@
 #include "kthost/database/Database.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/DynamicDefinitions.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstdio>
 

@@ -5,7 +5,7 @@
 #include "kthost/database/Database.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/documents/Host.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 namespace kthost {
 

@@ -4,7 +4,7 @@
 #include "kthost/console/Words.h"
 #include "kthost/documents/Host.h"
 #include "kthost/reader/PathText.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstddef>
 #include <filesystem>

@@ -10,7 +10,7 @@
 #include "kthost/database/Database.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/References.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <algorithm>
 #include <cstdint>

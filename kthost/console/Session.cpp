@@ -6,7 +6,7 @@
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/DynamicDefinitions.h"
 #include "kthost/documents/Host.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <charconv>
 #include <ostream>

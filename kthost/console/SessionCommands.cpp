@@ -4,7 +4,7 @@
 #include "kthost/console/Session.h"
 #include "kthost/console/Words.h"
 #include "kthost/documents/Host.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "kthost/console/SplitLine.h"
 
 #include "kthost/console/CommandError.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstddef>
 

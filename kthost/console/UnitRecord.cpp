@@ -5,7 +5,7 @@
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/DynamicDefinitions.h"
 #include "kthost/reader/UnitLabel.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 namespace kthost {
 

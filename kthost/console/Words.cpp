@@ -1,7 +1,7 @@
 #include "kthost/console/Words.h"
 
 #include "kthost/console/CommandError.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <charconv>
 #include <cmath>

@@ -4,12 +4,12 @@
 
 #include "kthost/audit/Trace.h"
 #include "kthost/documents/DocumentIterator.h"
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/CallbackLedger.h"
 #include "kthost/runtime/Faults.h"
 #include "kthost/runtime/ModuleCode.h"
 #include "kthost/runtime/ModuleLoader.h"
 #include "kthost/runtime/RuntimeClass.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <algorithm>
 #include <utility>

@@ -8,8 +8,8 @@
 #include "kthost/database/TraceDescriber.h"
 #include "kthost/documents/HostLeftovers.h"
 #include "kthost/documents/PrintSink.h"
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/Faults.h"
+#include "kthost/runtime/Utf8.h"
 
 namespace kthost {
 

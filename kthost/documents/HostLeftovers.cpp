@@ -4,10 +4,10 @@
 #include "kthost/database/OpenObjects.h"
 #include "kthost/documents/CommandRegistry.h"
 #include "kthost/documents/DocumentManager.h"
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/CallbackLedger.h"
 #include "kthost/runtime/CodeOrigin.h"
 #include "kthost/runtime/SystemRegistry.h"
+#include "kthost/runtime/Utf8.h"
 #include "kthost/window/MessageLoop.h"
 
 #include <sstream>

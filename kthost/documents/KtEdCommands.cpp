@@ -4,7 +4,7 @@
 #include "kthost/documents/CommandRegistry.h"
 #include "kthost/documents/DocumentManager.h"
 #include "kthost/documents/PrintSink.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 using namespace kthost;
 

@@ -1,6 +1,6 @@
 #include "kthost/documents/PrintSink.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstdio>
 #include <string>

@@ -2,8 +2,8 @@
 
 #include "kthost/audit/Trace.h"
 #include "kthost/database/UndoHistory.h"
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/ModuleCode.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstddef>
 #include <exception>

@@ -4,7 +4,7 @@
 #include "kthost/reader/SchematicReader.h"
 #include "kthost/reader/SheetError.h"
 #include "kthost/reader/SheetHierarchy.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 #include "kthost/window/SystemPath.h"
 
 #include <fstream>

@@ -1,5 +1,5 @@
 #include "kthost/reader/SchematicFields.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <cstddef>
 #include <string>

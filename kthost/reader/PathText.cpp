@@ -1,6 +1,6 @@
 #include "kthost/reader/PathText.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 namespace kthost {
 

@@ -1,6 +1,6 @@
 #include "kthost/reader/SexprCursor.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <charconv>
 #include <sstream>

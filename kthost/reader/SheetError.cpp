@@ -1,7 +1,7 @@
 #include "kthost/reader/SheetError.h"
 
 #include "kthost/reader/PathText.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <utility>
 

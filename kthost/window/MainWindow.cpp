@@ -1,8 +1,8 @@
 #include "kthost/window/MainWindow.h"
 
 #include "kthost/audit/Trace.h"
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/Report.h"
+#include "kthost/runtime/Utf8.h"
 #include "kthost/window/SystemQueue.h"
 #include "kthost/window/WindowCalls.h"
 

@@ -2,7 +2,7 @@
 
 #include "kthost/console/ObjectNames.h"
 #include "kthost/database/DatabaseQueries.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <iterator>
 

@@ -1,5 +1,5 @@
 #include "kthost/console/ObjectNames.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 #include "tests/scenarios/RandomEditor.h"
 #include "tests/scenarios/ReadCsv.h"
 #include "tests/scenarios/ScenarioTest.h"

@@ -1,7 +1,7 @@
 #include <WindowSystem.h>
 
-#include "kthost/reader/Utf8.h"
 #include "kthost/runtime/ModuleLoader.h"
+#include "kthost/runtime/Utf8.h"
 #include "kthost/window/HostClock.h"
 #include "kthost/window/MainWindow.h"
 

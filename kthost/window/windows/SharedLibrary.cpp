@@ -1,6 +1,6 @@
 #include "kthost/window/SharedLibrary.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 #include "kthost/window/SystemPath.h"
 #include "kthost/window/WindowCalls.h"
 #include "kthost/window/windows/SystemMessage.h"

@@ -1,6 +1,6 @@
 #include "kthost/window/windows/SystemMessage.h"
 
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <array>
 

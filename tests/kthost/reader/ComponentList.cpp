@@ -1,7 +1,7 @@
 #include "tests/kthost/reader/ComponentList.h"
 
 #include "kthost/reader/OccurrenceFinder.h"
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <algorithm>
 

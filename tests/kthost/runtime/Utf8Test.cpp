@@ -1,4 +1,4 @@
-#include "kthost/reader/Utf8.h"
+#include "kthost/runtime/Utf8.h"
 
 #include <gtest/gtest.h>
 

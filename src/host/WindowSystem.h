@@ -21,9 +21,9 @@ using BOOL = std::int32_t;
 using WPARAM = std::uintptr_t;
 using LPARAM = std::intptr_t;
 
-struct HWND__;
+struct HWND__; // NOLINT(clang-diagnostic-reserved-identifier): the window system's own name
 using HWND = HWND__*;
-struct HINSTANCE__;
+struct HINSTANCE__; // NOLINT(clang-diagnostic-reserved-identifier): the window system's own name
 using HMODULE = HINSTANCE__*;
 
 struct POINT {

@@ -8,8 +8,8 @@ namespace parts {
 template <typename T>
 class OpenObject {
 public:
-    explicit OpenObject(KtDbObjectId id, KtDb::OpenMode mode = KtDb::kForRead)
-        : status_(ktdbOpenObject(object_, id, mode)) {}
+    explicit OpenObject(KtDbObjectId id, KtDb::OpenMode mode = KtDb::kForRead, bool openErased = false)
+        : status_(ktdbOpenObject(object_, id, mode, openErased)) {}
 
     OpenObject(const OpenObject&) = delete;
     OpenObject& operator=(const OpenObject&) = delete;

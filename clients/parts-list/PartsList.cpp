@@ -2,6 +2,7 @@
 
 #include "Csv.h"
 #include "DrawingIds.h"
+#include "ReadReferences.h"
 #include "Refusal.h"
 #include "ReplaceFile.h"
 #include "Utf8.h"
@@ -53,6 +54,7 @@ PartsList::PartsList(KtApDocument& document, DocumentTimer& timer, const Options
     }
     try {
         attach();
+        listen();
         timer_.attach(idleSlot_.function(), 0);
         writeFile();
     } catch (...) {
@@ -88,6 +90,13 @@ void PartsList::attach() {
     }
 }
 
+/// Every record, as what is placed in it may be of interest, and the references that are listed or could be.
+void PartsList::listen() {
+    listener_.listenTo(knownRecords_);
+    listener_.listenTo(listReferences(withRepresentations(source_.definitions(*document_.database()))));
+    listener_.forget();
+}
+
 PartsTable PartsList::extract() const {
     const KtDbDatabase& database = *document_.database();
     return extractParts(database, {.definitions = source_.definitions(database),
@@ -99,10 +108,14 @@ PartsTable PartsList::extract() const {
 
 void PartsList::refresh(bool always) {
     PartsTable fresh = extract();
-    const TableDiff diff = compareTables(table_, fresh);
-    if (!always && fresh == table_) {
-        return;
+    if (always || fresh != table_) {
+        take(std::move(fresh));
     }
+    listen(); // behind the drawing of the table, which touches it
+}
+
+void PartsList::take(PartsTable fresh) {
+    const TableDiff diff = compareTables(table_, fresh);
     table_ = std::move(fresh);
     print(std::to_wstring(diff.rows) + L" rows, " + describe(diff));
     publish();
@@ -169,14 +182,18 @@ void PartsList::blocksChanged() {
 }
 
 void PartsList::idle() {
-    if (!hasOtherDefinitions()) {
+    const bool isTouched = listener_.isTouched();
+    if (!isTouched && !hasOtherDefinitions()) {
         return;
     }
-    // Only what KtDxNotify has seen can be attached to. It has if its own check came first; otherwise it
-    // looks now, and tells of everything that there is to tell.
-    ktdxUpdateBlockGraph(&document_, false, true);
-    attach();
-    refresh(false);
+    // Only what KtDxNotify has seen can be attached to, and what it has not heard it has to be made to look
+    // for. If its own check came first and called, neither is left to do; otherwise it looks now, and tells
+    // of everything that there is to tell.
+    ktdxUpdateBlockGraph(&document_, isTouched, true);
+    if (listener_.isTouched() || hasOtherDefinitions()) {
+        attach();
+        refresh(false);
+    }
 }
 
 void PartsList::print(const std::wstring& text) const {

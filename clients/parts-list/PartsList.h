@@ -8,6 +8,7 @@
 #include "Options.h"
 #include "PartsTable.h"
 #include "TableDiff.h"
+#include "TouchListener.h"
 
 #include <optional>
 #include <string>
@@ -18,8 +19,9 @@ class KtApDocument;
 namespace parts {
 
 /// A parts list that follows one document. It is extracted again whenever KtDxNotify calls, and whenever an
-/// idle check finds that the drawing has other definitions than before: a definition that is new, with the
-/// first reference to it, changes none of those that were there to be watched.
+/// idle check finds that the drawing has other definitions than before (a definition that is new, with the
+/// first reference to it, changes none of those that were there to be watched) or that something has been
+/// touched and KtDxNotify did not call: then it may not have heard it, and is made to look.
 class PartsList {
 public:
     /// Extracts, draws and writes the list for the first time, as part of the running command, and begins to
@@ -43,6 +45,7 @@ public:
 
 private:
     void attach();
+    void listen();
     void publish();
     void writeFile() const;
     void drawTable();
@@ -50,6 +53,7 @@ private:
     PartsTable extract() const;
     /// Extracts and publishes. Without `always` only if something has changed.
     void refresh(bool always);
+    void take(PartsTable fresh);
     bool hasOtherDefinitions() const;
     void blocksChanged();
     void idle();
@@ -63,6 +67,7 @@ private:
     PartsTable table_;
     std::optional<DrawnTable> drawn_;
     bool toldOfLoss_ = false; // that the table in the drawing is gone
+    TouchListener listener_;
     CallbackSlot changedSlot_;
     CallbackSlot idleSlot_;
 };

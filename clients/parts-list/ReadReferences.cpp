@@ -98,4 +98,13 @@ std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& rec
     return references;
 }
 
+std::vector<KtDbObjectId> listReferences(const std::vector<KtDbObjectId>& records) {
+    std::vector<KtDbObjectId> references;
+    for (const KtDbObjectId record : records) {
+        const KtArray<KtDbObjectId> ids = directReferences(record);
+        references.insert(references.end(), ids.begin(), ids.end());
+    }
+    return references;
+}
+
 } // namespace parts

@@ -11,4 +11,7 @@ namespace parts {
 /// proportional to what is read.
 std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& records);
 
+/// Ids of the living references to these records, record by record.
+std::vector<KtDbObjectId> listReferences(const std::vector<KtDbObjectId>& records);
+
 } // namespace parts

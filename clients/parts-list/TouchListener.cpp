@@ -1,0 +1,46 @@
+#include "TouchListener.h"
+
+#include "OpenObject.h"
+
+#include <KtDbAttribute.h>
+
+namespace parts {
+
+TouchListener::~TouchListener() {
+    for (const KtDbObjectId id : objects_) {
+        const OpenObject<KtDbObject> object(id, KtDb::kForNotify, true);
+        if (object) {
+            // It was added; there is nobody to tell of an object that denies it.
+            static_cast<void>(object->removeReactor(this));
+        }
+    }
+}
+
+void TouchListener::listenTo(const std::vector<KtDbObjectId>& objects) {
+    objects_.reserve(objects.size());
+    for (const KtDbObjectId id : objects) {
+        if (objects_.contains(id)) {
+            continue;
+        }
+        const OpenObject<KtDbObject> object(id, KtDb::kForNotify);
+        if (object && object->addReactor(this) == Orbx::eOk) {
+            objects_.insert(id);
+        }
+    }
+}
+
+void TouchListener::openedForModify(const KtDbObject* /*object*/) {
+    touched_ = true;
+}
+
+/// What lies in a record is heard on its own account.
+void TouchListener::subObjectModified(const KtDbObject* /*object*/, const KtDbObject* subObject) {
+    touched_ = touched_ || subObject->isKindOf(KtDbAttribute::desc());
+}
+
+void TouchListener::goodbye(const KtDbObject* object) {
+    objects_.erase(object->objectId());
+    static_cast<void>(object->removeReactor(this)); // the object is going either way
+}
+
+} // namespace parts

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <KtDbObjectId.h>
+#include <KtDbObjectReactor.h>
+
+#include <unordered_set>
+#include <vector>
+
+namespace parts {
+
+/// Hears whether any of a number of records and references has been touched. KtDxNotify does not hear all of
+/// them: not a representation that joined its definition while the drawing was being watched, nor the
+/// attributes of a reference that was erased when it began to be watched. What becomes of those later, only
+/// somebody with ears of his own can know.
+class TouchListener : public KtDbObjectReactor {
+public:
+    TouchListener() = default;
+    TouchListener(const TouchListener&) = delete;
+    TouchListener& operator=(const TouchListener&) = delete;
+    /// Lets go of every object that is still there.
+    ~TouchListener() override;
+
+    /// Listens to these as well. Those that it listens to already cost next to nothing; one that cannot be
+    /// opened is left out, and tried again the next time.
+    void listenTo(const std::vector<KtDbObjectId>& objects);
+
+    /// True when one of them, or an attribute of one, was about to be changed since `forget`.
+    bool isTouched() const { return touched_; }
+
+    void forget() { touched_ = false; }
+
+    void openedForModify(const KtDbObject* object) override;
+    void subObjectModified(const KtDbObject* object, const KtDbObject* subObject) override;
+    void goodbye(const KtDbObject* object) override;
+
+private:
+    std::unordered_set<KtDbObjectId> objects_;
+    bool touched_ = false;
+};
+
+} // namespace parts

@@ -4,11 +4,16 @@
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/runtime/Utf8.h"
 
+#include <KtDbBlockTableRecord.h>
+
 #include <iterator>
 
 namespace kthost {
 
 namespace {
+
+/// A whole drawing comes or goes in one command out of so many.
+constexpr std::uint32_t kRarity = 40;
 
 std::string quoted(std::wstring_view text) {
     std::string word = "\"";
@@ -16,6 +21,18 @@ std::string quoted(std::wstring_view text) {
         word.append(byte == '"' ? 2 : 1, byte);
     }
     return word + "\"";
+}
+
+/// Not so for the records that came with an attached drawing.
+bool standsForDrawing(KtDbObjectId id) {
+    KtDbBlockTableRecord* record = nullptr;
+    if (ktdbOpenObject(record, id, KtDb::kForRead) != Orbx::eOk) {
+        return false;
+    }
+    const bool stands =
+        record->isFromExternalReference() && recordName(id).find(L'|') == std::wstring_view::npos;
+    static_cast<void>(record->close());
+    return stands;
 }
 
 std::string handle(KtDbObjectId id) {
@@ -32,6 +49,11 @@ std::string RandomEditor::nextLine() {
         &RandomEditor::move,  &RandomEditor::insert,  &RandomEditor::copy,   &RandomEditor::erase,
         &RandomEditor::erase, &RandomEditor::restore, &RandomEditor::undo,   &RandomEditor::undo,
         &RandomEditor::redo,  &RandomEditor::redo,    &RandomEditor::define, &RandomEditor::purge};
+    static constexpr Maker kRareMakers[] = {&RandomEditor::attachOrReload, &RandomEditor::attachOrReload,
+                                            &RandomEditor::detach};
+    if (number(kRarity) == 0) {
+        return (this->*kRareMakers[number(std::size(kRareMakers) - 1)])();
+    }
     return (this->*kMakers[number(std::size(kMakers) - 1)])();
 }
 
@@ -91,6 +113,25 @@ std::string RandomEditor::undo() {
 
 std::string RandomEditor::redo() {
     return "redo " + std::to_string(1 + number(3));
+}
+
+/// The name of one of the attached drawings; empty when there is none.
+std::string RandomEditor::attached() {
+    std::vector<KtDbObjectId> found = records(drawing_, false);
+    std::erase_if(found, [](KtDbObjectId record) { return !standsForDrawing(record); });
+    return found.empty() ? ""
+                         : quoted(recordName(found[number(static_cast<std::uint32_t>(found.size() - 1))]));
+}
+
+std::string RandomEditor::attachOrReload() {
+    const std::string name = attached();
+    return name.empty() || number(2) == 0 ? "attach \"" + external_ + "\" as XREF" + std::to_string(number(1))
+                                          : "reload " + name;
+}
+
+std::string RandomEditor::detach() {
+    const std::string name = attached();
+    return name.empty() ? attachOrReload() : "detach " + name;
 }
 
 /// There is always one: the drawing is never emptied faster than it is filled.

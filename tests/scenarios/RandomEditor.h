@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kthost {
@@ -12,7 +13,11 @@ namespace kthost {
 /// Makes up command lines that fit a drawing as it is. Some cannot be done all the same.
 class RandomEditor {
 public:
-    RandomEditor(Database& drawing, std::uint32_t seed) : drawing_(drawing), random_(seed) {}
+    /// `external` is a schematic to be attached now and then.
+    RandomEditor(Database& drawing, std::string external, std::uint32_t seed)
+        : drawing_(drawing),
+          external_(std::move(external)),
+          random_(seed) {}
 
     std::string nextLine();
 
@@ -27,6 +32,8 @@ private:
     std::string purge();
     std::string undo();
     std::string redo();
+    std::string attachOrReload();
+    std::string detach();
 
     std::uint32_t number(std::uint32_t most) { return static_cast<std::uint32_t>(random_() % (most + 1)); }
 
@@ -35,7 +42,10 @@ private:
     std::string position();
     std::string designator();
 
+    std::string attached();
+
     Database& drawing_;
+    std::string external_;
     std::mt19937 random_;
     std::vector<std::string> erased_; // handles
     std::uint32_t made_ = 0;

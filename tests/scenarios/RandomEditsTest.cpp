@@ -9,6 +9,7 @@
 #include <map>
 #include <random>
 #include <regex>
+#include <set>
 
 namespace kthost {
 
@@ -36,39 +37,65 @@ struct RandomCase {
     const char* list;
 };
 
+/// What a list says of one reference: its block, its container, its handle and its attributes.
 using Texts = std::map<std::string, std::string>;
+/// Handles repeat between a drawing and those attached to it.
+using Rows = std::multiset<Texts>;
 
 class RandomEdits : public ScenarioTest, public testing::WithParamInterface<RandomCase> {
 protected:
-    /// The list as it was written: for each handle its block, its container and its attributes.
-    std::map<std::string, Texts> writtenRows() const {
-        std::map<std::string, Texts> rows;
+    /// The list as it was written.
+    Rows writtenRows() const {
+        Rows rows;
         const std::vector<std::vector<std::string>> lines = readCsv(read("list.csv"));
         for (std::size_t line = 1; line < lines.size(); ++line) {
-            Texts& row = rows["0x" + lines[line].at(2)];
+            Texts row;
             for (std::size_t column = 0; column < lines[line].size(); ++column) {
-                if (column != 2 && !lines[line][column].empty()) {
+                if (!lines[line][column].empty()) {
                     row[lines[0].at(column)] = lines[line][column];
                 }
             }
+            rows.insert(row);
         }
         return rows;
     }
 
     /// The same from what the drawing says of itself, without the client.
-    std::map<std::string, Texts> drawnRows() {
-        std::map<std::string, Texts> rows;
+    Rows drawnRows() {
+        Rows rows;
         for (const KtDbObjectId id : allReferences(drawing())) {
-            Texts& row = rows[handleText(handleOf(id))];
-            row["Block"] = blockName(id);
-            row["Container"] = toUtf8(recordName(ownerOf(id)));
-            for (const AttributeView& attribute : attributesOf(id)) {
-                if (!attribute.text.empty()) {
-                    row[toUtf8(attribute.tag)] = toUtf8(attribute.text);
-                }
+            rows.insert(drawnRow(id, toUtf8(recordName(ownerOf(id)))));
+        }
+        for (const KtDbObjectId record : records(drawing(), false)) {
+            const std::string name = toUtf8(recordName(record));
+            if (const std::size_t bar = name.find('|'); bar != std::string::npos) {
+                addAttachedRows(record, name.substr(0, bar), rows);
             }
         }
         return rows;
+    }
+
+    /// The references to a definition that came with an attached drawing: those that lie there in model space
+    /// lie here in the record that stands for it.
+    void addAttachedRows(KtDbObjectId record, const std::string& attached, Rows& rows) {
+        for (const KtDbObjectId id : referencesTo(record)) {
+            const std::string container = toUtf8(recordName(ownerOf(id)));
+            if (id.database() != &drawing()) { // its own are among all references
+                rows.insert(drawnRow(id, container == "*Model_Space" ? attached : container));
+            }
+        }
+    }
+
+    static Texts drawnRow(KtDbObjectId id, const std::string& container) {
+        Texts row{{"Block", blockName(id)},
+                  {"Container", container},
+                  {"Handle", handleText(handleOf(id)).substr(2)}};
+        for (const AttributeView& attribute : attributesOf(id)) {
+            if (!attribute.text.empty()) {
+                row[toUtf8(attribute.tag)] = toUtf8(attribute.text);
+            }
+        }
+        return row;
     }
 
     /// A failure can be looked at with `kthost --script`.
@@ -96,7 +123,7 @@ TEST_P(RandomEdits, LeaveTheListEqualToAFreshExtraction) {
     loadAll();
     run("open \"" + file + "\"");
     run("parts " + std::string(GetParam().list) + " to " + inFolder("list.csv"));
-    RandomEditor editor(drawing(), seed);
+    RandomEditor editor(drawing(), std::string(KTDX_SAMPLES) + "/channel.kicad_sch", seed);
     int done = 0;
     while (done < kCommands) {
         const std::string line = editor.nextLine();

@@ -61,6 +61,21 @@ KTDX_EXPORT std::int32_t ktdxDocTimerAttach(KtApDocument* document, KtRxCallback
 /// definitions that the callback watches. What a callback itself changes in the drawing is not reported, to
 /// it or to others that are called in the same idle check. False when an argument is null, `ids` is empty,
 /// the document has no drawing or no model space, its block table cannot be opened, or there is no memory.
+///
+/// Some objects are not heard until the document's last callback is detached and one is attached again:
+///  - a representation that has joined its dynamic definition while callbacks were attached, or that stands
+///    behind an erased one. What is placed inside it later is found at the next idle check that looks for any
+///    other reason;
+///  - a definition that was erased when the first callback was attached and is restored later. The same holds
+///    for what is placed inside it;
+///  - the attributes of a reference that was erased when it began to be watched, and an attribute that a
+///    watched reference is given later. Editing one is not reported.
+/// A definition that is new is watched for this callback once it is attached to; nobody is called because of
+/// it alone. A client whose picture must never be behind the drawing listens to the records, and to the
+/// references that it cares for, with a reactor of its own, and when one was touched and no call came by the
+/// next idle check, has the drawing looked at with `ktdxUpdateBlockGraph` (forced, notifying) and compares.
+/// Detaching and attaching again is no cure where other clients are attached, and changes that are waiting to
+/// be reported may be lost by it.
 KTDX_EXPORT bool ktdxBlockReferenceMonitorAttach(KtApDocument* document, const KtArray<KtDbObjectId>* ids,
                                                  KtRxCallback callback);
 

@@ -1,6 +1,7 @@
 #include "NaturalOrder.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace parts {
 
@@ -30,12 +31,20 @@ std::strong_ordering numberOrder(std::wstring_view left, std::wstring_view right
     return left.size() != right.size() ? left.size() <=> right.size() : left.compare(right) <=> 0;
 }
 
+/// Where a unit stands in the order of characters. Halves of characters beyond the basic plane, where text is
+/// UTF-16, stand behind all others; their own values would put them in front of some.
+std::uint32_t rankOf(wchar_t unit) {
+    const auto value = static_cast<std::uint32_t>(unit);
+    const bool isHalf = sizeof unit == 2 && value >= 0xD800 && value <= 0xDFFF;
+    return isHalf ? value + 0x10000 : value;
+}
+
 /// The first difference by value; both texts lose what was equal.
 std::strong_ordering stepOrder(std::wstring_view& left, std::wstring_view& right) {
     if (isDigit(left.front()) && isDigit(right.front())) {
         return numberOrder(takeDigits(left), takeDigits(right));
     }
-    const std::strong_ordering order = left.front() <=> right.front();
+    const std::strong_ordering order = rankOf(left.front()) <=> rankOf(right.front());
     left.remove_prefix(1);
     right.remove_prefix(1);
     return order;

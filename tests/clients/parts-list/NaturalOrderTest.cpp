@@ -57,6 +57,10 @@ TEST(NaturalOrder, SortsTheSameWhateverTheInputsOrder) {
     EXPECT_EQ(texts, others);
 }
 
+TEST(NaturalOrder, PutsCharactersBeyondTheBasicPlaneLast) {
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"\uFFE6", L"\U0001F321")));
+}
+
 } // namespace
 
 } // namespace parts

@@ -19,6 +19,21 @@ TEST(TextTable, CutsLongCellsAndLosesLineEnds) {
                 ElementsAre(L"A", L"a b", std::wstring(31, L'x') + L"…"));
 }
 
+TEST(TextTable, CountsACharacterBeyondTheBasicPlaneOnce) {
+    EXPECT_THAT(toLines({{L"A", L"B"}, {{L"1", {L"\U0001F321", L"x"}}, {L"2", {L"ab", L"y"}}}}),
+                ElementsAre(L"A   B", L"\U0001F321   x", L"ab  y"));
+}
+
+TEST(TextTable, CutsNoCharacterInHalf) {
+    std::wstring many;
+    std::wstring fewer;
+    for (int i = 0; i < 33; ++i) {
+        many += L"\U0001F321";
+        fewer += i < 31 ? L"\U0001F321" : L"";
+    }
+    EXPECT_THAT(toLines({{L"A"}, {{L"1", {many}}}}), ElementsAre(L"A", fewer + L"…"));
+}
+
 } // namespace
 
 } // namespace parts

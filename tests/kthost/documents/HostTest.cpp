@@ -135,7 +135,7 @@ TEST_F(CarelessModule, IsFoundToLeaveAFilter) {
 TEST_F(CarelessModule, LosesItsFilterWithItsMemory) {
     ASSERT_TRUE(exported<bool()>("carelessAddFilter")());
     unload();
-    PostMessageW(host.window().handle(), 1, 0, 0);
+    PostMessageW(host.window().handle(), 0x8001, 0, 0);
     EXPECT_EQ(host.loop().pump(), 1U);
 }
 
@@ -170,7 +170,8 @@ TEST_F(CarelessModule, IsFoundToLeaveAService) {
 
 TEST_F(CarelessModule, IsFoundToLeaveACallback) {
     Document& plan = host.documents().create(L"plan", nullptr);
-    ktrxNoteCallback(&plan, exported<KtRxCallback()>("carelessGetCallback")(), true);
+    ktrxNoteCallback(&plan, KtRxCallbackList::idleTimer, exported<KtRxCallback()>("carelessGetCallback")(),
+                     true);
     EXPECT_THAT(unload(), ElementsAre(HasSubstr("callback left attached for plan (CarelessModule.kmx+0x")));
 }
 

@@ -125,9 +125,9 @@ TEST_F(ModuleLoading, RefusesTheSameFileTwice) {
 
 TEST_F(ModuleLoading, RefusesTheSameFileUnderAnotherPath) {
     ASSERT_TRUE(modules.load(testModule("GoodModule.kmx")));
-    const std::filesystem::path link = std::filesystem::path(testing::TempDir()) / "GoodLink.kmx";
+    const std::filesystem::path link = testModule("GoodLink.kmx");
     std::filesystem::remove(link);
-    std::filesystem::create_symlink(testModule("GoodModule.kmx"), link);
+    std::filesystem::create_hard_link(testModule("GoodModule.kmx"), link);
     const HostResult second = modules.load(link);
     std::filesystem::remove(link);
     EXPECT_EQ(second.status, Orbx::eDuplicateKey);

@@ -15,22 +15,29 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// Messages of applications' own; those below may be refused by the system.
+constexpr UINT kFirst = 0x8000;
+
+std::string numberOf(const MSG& message) {
+    return std::to_string(message.message - kFirst);
+}
+
 std::vector<std::string> seen;
 std::string runningInside;
 
 bool pass(MSG* message) {
-    seen.push_back("pass " + std::to_string(message->message));
+    seen.push_back("pass " + numberOf(*message));
     runningInside = ModuleCodeScope::innermost()->text();
     return false;
 }
 
 bool keep(MSG* message) {
-    seen.push_back("keep " + std::to_string(message->message));
+    seen.push_back("keep " + numberOf(*message));
     return true;
 }
 
 bool last(MSG* message) {
-    seen.push_back("last " + std::to_string(message->message));
+    seen.push_back("last " + numberOf(*message));
     return false;
 }
 
@@ -53,20 +60,20 @@ bool addLast(MSG* /*message*/) {
 }
 
 bool postOnce(MSG* message) {
-    seen.push_back("post " + std::to_string(message->message));
-    if (message->message == 1) {
-        PostMessageW(message->hwnd, 2, 0, 0);
+    seen.push_back("post " + numberOf(*message));
+    if (message->message == kFirst + 1) {
+        PostMessageW(message->hwnd, kFirst + 2, 0, 0);
     }
     return true;
 }
 
 bool postAlways(MSG* message) {
-    PostMessageW(message->hwnd, 1, 0, 0);
+    PostMessageW(message->hwnd, kFirst + 1, 0, 0);
     return true;
 }
 
 bool pumpInside(MSG* message) {
-    seen.push_back("pump " + std::to_string(message->message));
+    seen.push_back("pump " + numberOf(*message));
     MessageLoop::current()->pump();
     return true;
 }
@@ -77,7 +84,7 @@ protected:
 
     void TearDown() override { Faults::instance().reset(); }
 
-    void post(UINT message) { ASSERT_NE(PostMessageW(window.handle(), message, 5, 6), 0); }
+    void post(UINT number) { ASSERT_NE(PostMessageW(window.handle(), kFirst + number, 5, 6), 0); }
 
     MainWindow window;
     MessageLoop loop;
@@ -107,7 +114,7 @@ TEST_F(Loop, HandsTheWholeMessageOver) {
     post(7);
     loop.pump();
     EXPECT_EQ(received.hwnd, window.handle());
-    EXPECT_EQ(received.message, 7U);
+    EXPECT_EQ(received.message, kFirst + 7);
     EXPECT_EQ(received.wParam, 5U);
     EXPECT_EQ(received.lParam, 6);
 }
@@ -241,7 +248,7 @@ TEST(WindowEnd, LeavesNowhereToPostTo) {
         const MainWindow window;
         handle = window.handle();
     }
-    EXPECT_EQ(PostMessageW(handle, 1, 0, 0), 0);
+    EXPECT_EQ(PostMessageW(handle, kFirst + 1, 0, 0), 0);
 }
 
 } // namespace

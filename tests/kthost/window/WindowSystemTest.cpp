@@ -44,6 +44,8 @@ TEST(RegisteredMessage, HasNoNameWhenItsIdWasNeverGiven) {
     EXPECT_EQ(registeredMessageName(0xFFFF), L"");
 }
 
+constexpr UINT kMessage = 0x8001; // an application's own; the system may refuse others
+
 class Window : public testing::Test {
 protected:
     MainWindow window;
@@ -65,18 +67,18 @@ TEST_F(Window, CanStandInAThreadThatTheFrameworkDoesNotKnow) {
 }
 
 TEST_F(Window, TakesPostedMessages) {
-    EXPECT_NE(PostMessageW(window.handle(), 1, 0, 0), 0);
+    EXPECT_NE(PostMessageW(window.handle(), kMessage, 0, 0), 0);
     EXPECT_EQ(loop.queue().size(), 1U);
 }
 
 TEST_F(Window, TakesNoMessagesWhileAbsent) {
     window.setPresent(false);
-    EXPECT_EQ(PostMessageW(window.handle(), 1, 0, 0), 0);
+    EXPECT_EQ(PostMessageW(window.handle(), kMessage, 0, 0), 0);
 }
 
 TEST_F(Window, TakesNoMessagesForAnotherWindow) {
     int somethingElse = 0;
-    EXPECT_EQ(PostMessageW(reinterpret_cast<HWND>(&somethingElse), 1, 0, 0), 0);
+    EXPECT_EQ(PostMessageW(reinterpret_cast<HWND>(&somethingElse), kMessage, 0, 0), 0);
     EXPECT_TRUE(loop.queue().empty());
 }
 

@@ -10,7 +10,7 @@
 #include <tuple>
 
 // The names of the two templates are those that the host's own table iterators have.
-// NOLINTBEGIN(bugprone-reserved-identifier)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier)
 
 /// Walk over a host table: keeps the table open for reading, and a host iterator on it, for as long as it
 /// lives.
@@ -65,7 +65,7 @@ public:
     void step() { this->iterator()->step(true, true); }
 };
 
-// NOLINTEND(bugprone-reserved-identifier)
+// NOLINTEND(clang-diagnostic-reserved-identifier)
 
 /// Walk over the block table of a drawing.
 class KtDbBlockTableIter

@@ -34,9 +34,9 @@ void reportMissingResources() {
 
 void makeApplication() {
     if (gApplication == nullptr) {
-        // The object enters itself in gApplication. The host is not told when there is no memory for it: the
-        // exports then fail one by one, and the service stays registered until unload.
-        [[maybe_unused]] const KtDxApplication* made = new (std::nothrow) KtDxApplication;
+        // The host is not told when there is no memory for it: the exports then fail one by one, and the
+        // service stays registered until unload.
+        gApplication = new (std::nothrow) KtDxApplication;
     }
 }
 

@@ -61,6 +61,7 @@ bool idleCheckFilter(MSG* message) {
     if (message->message != gIdleCheckMessage) {
         return false;
     }
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): a message has no other place for a pointer
     KtDxDocument* record = recordToCheck(reinterpret_cast<KtApDocument*>(message->wParam));
     if (record != nullptr && isIdle(record->document())) {
         record->checkTimers();

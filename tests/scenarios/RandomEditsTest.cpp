@@ -35,6 +35,7 @@ std::uint32_t chooseSeed() {
 struct RandomCase {
     const char* drawing;
     const char* list;
+    const char* watched = ""; ///< the block that another client watches before the list begins
 };
 
 /// What a list says of one reference: its block, its container, its handle and its attributes.
@@ -122,6 +123,12 @@ TEST_P(RandomEdits, LeaveTheListEqualToAFreshExtraction) {
     SCOPED_TRACE(seed);
     loadAll();
     run("open \"" + file + "\"");
+    if (const std::string watched = GetParam().watched; !watched.empty()) {
+        loadWatcher("Watcher.kmx");
+        run("watch " + watched);
+        run("copy @1 7,7");
+        run("erase @last"); // while only the other one watches
+    }
     run("parts " + std::string(GetParam().list) + " to " + inFolder("list.csv"));
     RandomEditor editor(drawing(), std::string(KTDX_SAMPLES) + "/channel.kicad_sch", seed);
     int done = 0;
@@ -151,6 +158,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(RandomCase{"sensor-node.kicad_sch", ""},
                     RandomCase{"sensor-node.kicad_sch", "as table 0,0"},
                     RandomCase{"sensor-node.kicad_sch", "by occurrence"},
+                    RandomCase{"sensor-node.kicad_sch", "", "Passive:R"},
                     RandomCase{"sensor-node.kicad_sch", "by component where in_bom=yes dnp=no as table 0,0"},
                     RandomCase{"bp-irtoy/bp5-ir-toy-v3-rev3.kicad_sch", ""},
                     RandomCase{"pmod-r22/eurorack-pmod-pcb.kicad_sch", "by occurrence"},

@@ -1,6 +1,6 @@
 #include "kthost/runtime/CallbackLedger.h"
 
-#include <algorithm>
+#include <new>
 
 namespace kthost {
 
@@ -22,19 +22,20 @@ CallbackLedger* CallbackLedger::current() {
     return currentLedger;
 }
 
-void CallbackLedger::note(KtApDocument* document, KtRxCallback callback, bool held) {
-    if (held) {
-        ++held_[{document, callback}];
+void CallbackLedger::note(KtApDocument* document, KtRxCallbackList list, KtRxCallback callback, bool held) {
+    if (!held) {
+        held_.erase({document, list, callback});
         return;
     }
-    const auto entry = held_.find({document, callback});
-    if (entry != held_.end() && --entry->second == 0) {
-        held_.erase(entry);
+    try {
+        held_.emplace(document, list, callback);
+    } catch (const std::bad_alloc&) {
+        return; // an audit that misses one callback is better than a client that does not get it
     }
 }
 
 void CallbackLedger::forget(const KtApDocument* document) {
-    std::erase_if(held_, [document](const auto& entry) { return entry.first.first == document; });
+    std::erase_if(held_, [document](const auto& entry) { return std::get<0>(entry) == document; });
 }
 
 } // namespace kthost

@@ -3,8 +3,8 @@
 #include <KtRxCallback.h>
 
 #include <cstddef>
-#include <map>
-#include <utility>
+#include <set>
+#include <tuple>
 
 namespace kthost {
 
@@ -19,22 +19,21 @@ public:
 
     static CallbackLedger* current();
 
-    void note(KtApDocument* document, KtRxCallback callback, bool held);
-    /// The document has gone, and with it what was held for it.
+    void note(KtApDocument* document, KtRxCallbackList list, KtRxCallback callback, bool held);
     void forget(const KtApDocument* document);
 
     std::size_t size() const { return held_.size(); }
 
-    /// Calls `look(document, callback)` for each function held.
+    /// Calls `look(document, callback)` for each function held, once for each list.
     template <typename Look>
     void inspect(Look&& look) const {
-        for (const auto& [key, times] : held_) {
-            look(key.first, key.second);
+        for (const auto& [document, list, callback] : held_) {
+            look(document, callback);
         }
     }
 
 private:
-    std::map<std::pair<KtApDocument*, KtRxCallback>, std::size_t> held_;
+    std::set<std::tuple<KtApDocument*, KtRxCallbackList, KtRxCallback>> held_;
 };
 
 } // namespace kthost

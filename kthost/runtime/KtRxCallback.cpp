@@ -62,12 +62,19 @@ void ktrxCall(KtRxCallback callback) {
     callback();
 }
 
-void ktrxNoteCallback(KtApDocument* document, KtRxCallback callback, bool held) {
+void ktrxNoteCallback(KtApDocument* document, KtRxCallbackList list, KtRxCallback callback, bool held) {
     if (tracing()) {
         TraceLine(held ? "callback held" : "callback let go")
+            .field("list", list == KtRxCallbackList::idleTimer ? "idle timer" : "block references")
             .address("function", addressOfFunction(callback));
     }
     if (CallbackLedger* ledger = CallbackLedger::current()) {
-        ledger->note(document, callback, held);
+        ledger->note(document, list, callback, held);
+    }
+}
+
+void ktrxForgetCallbacks(KtApDocument* document) {
+    if (CallbackLedger* ledger = CallbackLedger::current()) {
+        ledger->forget(document);
     }
 }

@@ -18,6 +18,7 @@ KtDxDocument::~KtDxDocument() {
     delete std::exchange(blockMonitor_, nullptr);
     delete std::exchange(clientReactor_, nullptr); // before the timer, whose reactors it leaves
     delete std::exchange(timer_, nullptr);
+    ktrxForgetCallbacks(document_);
 }
 
 Orbx::ErrorStatus KtDxDocument::setEnabled(bool enable) {

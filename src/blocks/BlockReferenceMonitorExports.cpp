@@ -4,7 +4,6 @@
 #include "app/KtDxDocument.h"
 #include "blocks/KtDxBlocks.h"
 
-#include <algorithm>
 #include <tuple>
 
 namespace {
@@ -32,40 +31,6 @@ bool hasNoCallbacks(KtDxBlocks& monitor) {
     return monitor.collectBlockReferenceMonitors(callbacks) == Orbx::eOk && callbacks.empty();
 }
 
-bool isHeld(const KtDxBlocks& monitor, KtRxCallback callback) {
-    const auto& monitors = monitor.blockMonitors();
-    return std::any_of(monitors.begin(), monitors.end(), [callback](const auto& entry) {
-        return entry.second != nullptr && entry.second->callbacks()->contains(callback);
-    });
-}
-
-/// Tells the host when the callback has come to be held, or has ceased to be, however many definitions it
-/// watches.
-class HoldingNoted {
-public:
-    HoldingNoted(const KtDxBlocks& monitor, KtApDocument* document, KtRxCallback callback)
-        : monitor_(monitor),
-          document_(document),
-          callback_(callback),
-          wasHeld_(isHeld(monitor, callback)) {}
-
-    HoldingNoted(const HoldingNoted&) = delete;
-    HoldingNoted& operator=(const HoldingNoted&) = delete;
-
-    ~HoldingNoted() {
-        const bool held = isHeld(monitor_, callback_);
-        if (held != wasHeld_) {
-            ktrxNoteCallback(document_, callback_, held);
-        }
-    }
-
-private:
-    const KtDxBlocks& monitor_;
-    KtApDocument* document_;
-    KtRxCallback callback_;
-    bool wasHeld_;
-};
-
 } // namespace
 
 bool ktdxBlockReferenceMonitorAttach(KtApDocument* document, const KtArray<KtDbObjectId>* ids,
@@ -77,7 +42,8 @@ bool ktdxBlockReferenceMonitorAttach(KtApDocument* document, const KtArray<KtDbO
     if (monitor == nullptr || !startWatching(*monitor)) {
         return false;
     }
-    const HoldingNoted noted(*monitor, document, callback);
+    ktrxNoteCallback(document, KtRxCallbackList::blockReferences, callback,
+                     true); // part of it may stay attached
     return monitor->attachBlockReferenceMonitor(callback, *ids) == Orbx::eOk;
 }
 
@@ -86,10 +52,8 @@ void ktdxBlockReferenceMonitorDetach(KtApDocument* document, KtRxCallback callba
     if (monitor == nullptr) {
         return;
     }
-    {
-        const HoldingNoted noted(*monitor, document, callback);
-        monitor->detachBlockReferenceMonitor(callback);
-    }
+    monitor->detachBlockReferenceMonitor(callback);
+    ktrxNoteCallback(document, KtRxCallbackList::blockReferences, callback, false);
     if (hasNoCallbacks(*monitor)) {
         std::ignore =
             monitor->setEnabled(false); // what could not be let go of now is let go of with the document

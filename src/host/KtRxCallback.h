@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 class KtApDocument;
 
 /// A plain function that one module gives another to be called back by. Its identity is its address.
@@ -9,7 +11,11 @@ using KtRxCallback = void (*)();
 /// lies in a module that has been unloaded. What the function throws passes through.
 void ktrxCall(KtRxCallback callback);
 
+/// Where a module holds functions: each is held once in a list, however often it was attached.
+enum class KtRxCallbackList : std::uint8_t { idleTimer, blockReferences };
+
 /// Tells the host that the calling module now holds, or no longer holds, that function for a document, so
-/// that an audit can name functions of a module that has gone. Held functions are forgotten with their
-/// document.
-void ktrxNoteCallback(KtApDocument* document, KtRxCallback callback, bool held);
+/// that an audit can name functions of a module that has gone. Never fails.
+void ktrxNoteCallback(KtApDocument* document, KtRxCallbackList list, KtRxCallback callback, bool held);
+/// Tells the host that nothing is held for the document any more.
+void ktrxForgetCallbacks(KtApDocument* document);

@@ -12,6 +12,6 @@ std::int32_t ktdxDocTimerAttach(KtApDocument* document, KtRxCallback callback, s
     if (record == nullptr || record->attachTimerCallback(callback, interval, attach != 0) != Orbx::eOk) {
         return 0;
     }
-    ktrxNoteCallback(document, callback, attach != 0);
+    ktrxNoteCallback(document, KtRxCallbackList::idleTimer, callback, attach != 0);
     return 1;
 }

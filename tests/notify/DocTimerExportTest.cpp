@@ -236,6 +236,19 @@ TEST_F(DocTimerAttach, TellsTheHostWhichCallbacksAreHeld) {
     EXPECT_EQ(host_.callbacks().size(), 0U);
 }
 
+TEST_F(DocTimerAttach, TellsTheHostOnceOfACallbackAttachedTwice) {
+    attach(0);
+    attach(0);
+    detach(0);
+    EXPECT_EQ(host_.callbacks().size(), 0U);
+}
+
+TEST_F(DocTimerAttach, TellsTheHostThatNothingIsHeldWhenTheRecordGoes) {
+    attach(0);
+    ASSERT_EQ(gApplication->setEnabled(false), Orbx::eOk);
+    EXPECT_EQ(host_.callbacks().size(), 0U);
+}
+
 TEST_F(DocTimerAttach, TellsTheHostNothingWhenItFails) {
     const FailingAllocation failing(1, sizeof(KtDxTimer));
     attach(0);

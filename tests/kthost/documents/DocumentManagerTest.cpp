@@ -270,7 +270,7 @@ TEST_F(Documents, TakeTheCallbacksHeldForThemAlong) {
     const CallbackLedger ledger;
     Document& plan = open(L"plan");
     ktrxNoteCallback(
-        &plan, [] {}, true);
+        &plan, KtRxCallbackList::idleTimer, [] {}, true);
     ASSERT_TRUE(manager.close(plan));
     EXPECT_EQ(ledger.size(), 0U);
 }

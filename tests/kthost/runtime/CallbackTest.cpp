@@ -102,38 +102,45 @@ private:
 };
 
 TEST_F(Ledger, HoldsWhatWasNoted) {
-    ktrxNoteCallback(first, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
     EXPECT_THAT(held(), ElementsAre(countCall));
 }
 
 TEST_F(Ledger, LetsGoOfWhatIsNoLongerHeld) {
-    ktrxNoteCallback(first, countCall, true);
-    ktrxNoteCallback(first, countCall, false);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, false);
     EXPECT_EQ(ledger.size(), 0U);
 }
 
-TEST_F(Ledger, KeepsWhatTwoHoldersHaveUntilBothLetGo) {
-    ktrxNoteCallback(first, countCall, true);
-    ktrxNoteCallback(first, countCall, true);
-    ktrxNoteCallback(first, countCall, false);
+TEST_F(Ledger, HoldsOnceWhatIsNotedTwiceInOneList) {
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, false);
+    EXPECT_EQ(ledger.size(), 0U);
+}
+
+TEST_F(Ledger, KeepsWhatTwoListsHoldUntilBothLetGo) {
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::blockReferences, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, false);
     EXPECT_THAT(held(), ElementsAre(countCall));
 }
 
 TEST_F(Ledger, IgnoresLettingGoOfWhatIsNotHeld) {
-    ktrxNoteCallback(first, countCall, false);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, false);
     EXPECT_EQ(ledger.size(), 0U);
 }
 
 TEST_F(Ledger, ForgetsADocumentWithAllThatWasHeldForIt) {
-    ktrxNoteCallback(first, countCall, true);
-    ktrxNoteCallback(first, throwError, true);
-    ktrxNoteCallback(second, throwError, true);
-    ledger.forget(first);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, countCall, true);
+    ktrxNoteCallback(first, KtRxCallbackList::idleTimer, throwError, true);
+    ktrxNoteCallback(second, KtRxCallbackList::idleTimer, throwError, true);
+    ktrxForgetCallbacks(first);
     EXPECT_THAT(held(), ElementsAre(throwError));
 }
 
 TEST(CallbackLedgerEnd, NotesNothingWithoutALedger) {
-    EXPECT_NO_THROW(ktrxNoteCallback(nullptr, countCall, true));
+    EXPECT_NO_THROW(ktrxNoteCallback(nullptr, KtRxCallbackList::idleTimer, countCall, true));
 }
 
 } // namespace

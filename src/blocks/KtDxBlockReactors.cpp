@@ -1,0 +1,198 @@
+// How a block definition monitor attaches to what it watches, and lets go of it.
+
+#include <KtDbAttribute.h>
+#include <KtDbBlockReference.h>
+#include <KtDbBlockTableRecord.h>
+
+#include "blocks/KtDxBlock.h"
+#include "blocks/OpenedObject.h"
+#include "blocks/SortUnique.h"
+
+#include <memory>
+#include <new>
+#include <tuple>
+#include <utility>
+
+Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
+    if (enable == isEnabled()) {
+        return Orbx::eOk;
+    }
+    try {
+        attachReferences(enable);
+    } catch (...) { // the host's; it passes through, and a monitor that is not enabled must not be heard
+        attachReferences(false);
+        throw;
+    }
+    std::ignore = KtDxEnableBase::setEnabled(enable); // storing the flag cannot fail
+    if (blockId_.isNull() || !blockId_.isValid()) {
+        return enable ? Orbx::eInvalidBlockId : Orbx::eOk;
+    }
+    if (enable && (blockId_.isErased() || blockId_.isEffectivelyErased())) {
+        return Orbx::eInvalidBlockId;
+    }
+    return attachRecords(enable);
+}
+
+void KtDxBlock::attachReferences(bool attach) {
+    for (const auto& [container, references] : referencesByContainer_) {
+        if (references == nullptr) {
+            return;
+        }
+        for (const KtDbObjectId reference : *references) {
+            std::ignore =
+                attachReference(reference, attach); // one that will not open must not keep the others
+        }
+    }
+}
+
+Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {
+    for (std::size_t i = 0; i < recordIds_.length(); ++i) {
+        const OpenedObject<KtDbBlockTableRecord> record(recordIds_[i], KtDb::kForNotify, !attach);
+        if (!record) {
+            if (!attach) {
+                leaveRecordsBehind(i, record.status());
+            }
+            return record.status();
+        }
+        if (attach) {
+            std::ignore = record->addReactor(this); // a record that cannot be heard is still rescanned
+        } else {
+            letGo(record.get());
+        }
+    }
+    return Orbx::eOk;
+}
+
+/// The first of them has refused; those behind it are not even asked.
+void KtDxBlock::leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why) {
+    leaveBehind(recordIds_[first], why);
+    for (std::size_t i = first + 1; i < recordIds_.length(); ++i) {
+        leaveBehind(recordIds_[i], Orbx::eOk);
+    }
+}
+
+Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach) {
+    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForNotify, true);
+    if (!opened) {
+        if (!attach) {
+            leaveBehind(reference, opened.status());
+        }
+        return opened.status();
+    }
+    if (!attach) {
+        letGo(opened.get());
+        detachAttributesOf(reference);
+        return Orbx::eOk;
+    }
+    std::ignore = opened->addReactor(this); // a reference that cannot be heard is still recorded
+    const std::unique_ptr<KtDbObjectIterator> attributes(opened->attributeIterator());
+    return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
+}
+
+/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
+/// has its attributes twice, and letting go of it once lets go of them all.
+Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+    const auto entry = attributesByReference_.find(reference);
+    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : entry->second.get();
+    try {
+        for (; !attributes.done(); attributes.step()) {
+            attachAttribute(attributes.objectId(), reference, recorded);
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    return Orbx::eOk;
+}
+
+void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
+                                KtDbObjectIdArray*& recorded) {
+    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
+        attribute.isEffectivelyErased()) {
+        return;
+    }
+    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+    if (!opened) {
+        return;
+    }
+    if (recorded == nullptr) {
+        auto made = std::make_unique<KtDbObjectIdArray>(0, 8);
+        KtDbObjectIdArray* const array = made.get();
+        attributesByReference_.insert_or_assign(reference, std::move(made));
+        recorded = array;
+    }
+    recorded->append(attribute);            // first, as it may fail: what is heard has to be known
+    std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
+}
+
+void KtDxBlock::detachAttributesOf(KtDbObjectId reference) {
+    const auto entry = attributesByReference_.find(reference);
+    if (entry != attributesByReference_.end()) {
+        detachAttributes(*entry->second);
+        attributesByReference_.erase(entry);
+    }
+}
+
+void KtDxBlock::detachAttributes(const KtDbObjectIdArray& attributes) {
+    for (const KtDbObjectId attribute : attributes) {
+        if (attribute.isNull() || !attribute.isValid()) {
+            continue;
+        }
+        const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+        if (opened) {
+            letGo(opened.get());
+        } else {
+            leaveBehind(attribute, opened.status());
+        }
+    }
+}
+
+void KtDxBlock::detachAllAttributes() {
+    for (const auto& [reference, attributes] : attributesByReference_) {
+        detachAttributes(*attributes);
+    }
+    attributesByReference_.clear();
+}
+
+void KtDxBlock::letGo(const KtDbObject* object) {
+    const Orbx::ErrorStatus status = object->removeReactor(this);
+    const bool isGone =
+        status == Orbx::eOk || status == Orbx::eKeyNotFound; // it could not be added, or twice
+    if (!isGone) {
+        leaveBehind(object->objectId(), status);
+    }
+}
+
+/// Remembers an object that may still hold this reactor. A released one has said goodbye.
+void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
+    if (why == Orbx::eObjectReleased) {
+        return;
+    }
+    try {
+        if (leftBehind_.size() == leftBehind_.capacity()) {
+            sortUnique(leftBehind_); // what is refused again and again must not pile up
+        }
+        leftBehind_.push_back(object);
+    } catch (const std::bad_alloc&) {
+        // Two refusals at once: the object keeps a reactor that must not be remembered.
+        return;
+    }
+}
+
+void KtDxBlock::leaveBehind(IdVector&& objects) {
+    if (leftBehind_.empty()) {
+        leftBehind_ = std::move(objects); // needs no memory, for want of which the objects may be here
+        return;
+    }
+    for (const KtDbObjectId object : objects) {
+        leaveBehind(object, Orbx::eOk);
+    }
+}
+
+void KtDxBlock::letGoOfLeftBehind() {
+    for (const KtDbObjectId object : leftBehind_) {
+        const OpenedObject<KtDbObject> opened(object, KtDb::kForNotify, true);
+        if (opened) {
+            std::ignore = opened->removeReactor(this); // asked for the last time
+        }
+    }
+}

@@ -1,0 +1,150 @@
+// What the block table monitor does at idle time: bring its picture up to date, carry changes down, call the
+// clients.
+
+#include "blocks/BlockNesting.h"
+#include "blocks/KtDxBlocks.h"
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <tuple>
+
+namespace {
+
+/// Lets the nesting queries use one picture for as long as it lives.
+class SharedNesting {
+public:
+    SharedNesting(const BlockNesting*& place, const BlockNesting& nesting) : place_(place) {
+        place_ = &nesting;
+    }
+
+    SharedNesting(const SharedNesting&) = delete;
+    SharedNesting& operator=(const SharedNesting&) = delete;
+
+    ~SharedNesting() { place_ = nullptr; }
+
+private:
+    const BlockNesting*& place_;
+};
+
+} // namespace
+
+void KtDxBlocks::timerElapsed() {
+    update(false, true);
+}
+
+void KtDxBlocks::update(bool force, bool notify) {
+    if (!force && (!isRescanNeeded() || !isEnabled())) {
+        return;
+    }
+    std::ignore = scanBlockTable(); // what was found is worth propagating even if the scan stopped short
+    propagateChanges();
+    if (notify) {
+        notifyBlockReferenceMonitors();
+    }
+}
+
+void KtDxBlocks::propagateChanges() {
+    if (!hasPendingChanges()) {
+        return;
+    }
+    KtDbObjectIdSet nested;
+    if (collectNestedInChanged(nested) == Orbx::eOk) {
+        markChanged(nested);
+    } else if (!hasEmptyEntry()) {
+        markAllChanged(); // no memory: rather a call too many than one too few
+    }
+}
+
+/// eMissing at an empty entry, and when there is no memory.
+Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
+    if (hasEmptyEntry()) {
+        return Orbx::eMissing;
+    }
+    try {
+        const BlockNesting nesting(blockMonitors_);
+        const SharedNesting sharing(nesting_, nesting);
+        KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
+        for (const auto& [key, monitor] : blockMonitors_) {
+            const Orbx::ErrorStatus status =
+                monitor->isChanged() ? collectNestedBlocks(monitor->blockId(), true, nested, visited)
+                                     : Orbx::eOk;
+            if (status != Orbx::eOk) {
+                return status;
+            }
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    return Orbx::eOk;
+}
+
+bool KtDxBlocks::hasEmptyEntry() const {
+    return std::any_of(blockMonitors_.begin(), blockMonitors_.end(),
+                       [](const auto& entry) { return entry.second == nullptr; });
+}
+
+void KtDxBlocks::markChanged(const KtDbObjectIdSet& blocks) {
+    for (const KtDbObjectId id : blocks) {
+        const auto entry = blockMonitors_.find(id);
+        if (entry == blockMonitors_.end()) {
+            continue;
+        }
+        if (entry->second == nullptr) {
+            return;
+        }
+        entry->second->setChanged(true);
+    }
+}
+
+void KtDxBlocks::markAllChanged() {
+    for (const auto& [key, monitor] : blockMonitors_) {
+        if (monitor != nullptr) {
+            monitor->setChanged(true);
+        }
+    }
+}
+
+void KtDxBlocks::notifyBlockReferenceMonitors() {
+    if (!hasPendingChanges() || hasEmptyEntry()) {
+        return;
+    }
+    KtDxCallbackSet
+        callbacks; // gathered before any is called: what a callback attaches or detaches counts next time
+    try {
+        takeCallbacksOfChanged(callbacks);
+    } catch (const std::bad_alloc&) {
+        markAllChanged(); // whose marks are gone cannot be told any more
+        setRescanNeeded(true);
+        return;
+    }
+    const std::exception_ptr thrown = callEach(callbacks);
+    setPendingChanges(false);
+    if (thrown != nullptr) {
+        std::rethrow_exception(thrown);
+    }
+}
+
+/// Clears the marks of the changed blocks.
+void KtDxBlocks::takeCallbacksOfChanged(KtDxCallbackSet& callbacks) {
+    for (const auto& [key, monitor] : blockMonitors_) {
+        if (monitor->isChanged()) {
+            monitor->setChanged(false);
+            callbacks.insert(monitor->callbacks()->begin(), monitor->callbacks()->end());
+        }
+    }
+}
+
+/// What the first callback that threw has thrown. The others are called all the same: their marks are gone,
+/// so this is their only call for what has changed.
+std::exception_ptr KtDxBlocks::callEach(const KtDxCallbackSet& callbacks) {
+    std::exception_ptr thrown;
+    for (const KtRxCallback callback : callbacks) {
+        try {
+            ktrxCall(callback);
+        } catch (...) {
+            thrown = thrown == nullptr ? std::current_exception() : thrown;
+        }
+    }
+    return thrown;
+}

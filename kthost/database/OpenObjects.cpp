@@ -1,6 +1,7 @@
 #include "kthost/database/OpenObjects.h"
 
 #include "kthost/database/DatabaseContents.h"
+#include "kthost/database/ReactorOrigins.h"
 #include "kthost/database/ReleasedIds.h"
 
 #include <KtRxClass.h>
@@ -56,7 +57,7 @@ std::vector<AttachedReactor> attachedReactors() {
     std::vector<AttachedReactor> found;
     forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const Stub& stub) {
         for (KtDbObjectReactor* reactor : headOf(stub).reactors.reactors()) {
-            found.push_back({id, classOf(stub.kind)->name(), handle, reactor});
+            found.push_back({id, classOf(stub.kind)->name(), handle, reactor, notedVirtualTable(reactor)});
         }
     });
     sortById(found);

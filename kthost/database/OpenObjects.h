@@ -26,7 +26,8 @@ struct AttachedReactor {
     KtDbObjectId id;
     std::wstring className;
     std::uint64_t handle = 0;
-    KtDbObjectReactor* reactor = nullptr;
+    KtDbObjectReactor* reactor = nullptr; ///< perhaps gone: not to be touched
+    const void* code = nullptr;           ///< where the code of its class lies
 };
 
 /// Ascending by id; an object open in two modes is there twice.

@@ -1,5 +1,7 @@
 #include "kthost/database/ReactorSlot.h"
 
+#include "kthost/database/ReactorOrigins.h"
+
 #include <KtDbObjectReactor.h>
 
 #include <algorithm>
@@ -25,9 +27,17 @@ void ReactorSlot::setList(List* list) {
 
 ReactorSlot::~ReactorSlot() {
     if (!isListed()) {
+        if (value_ != 0) {
+            forgetReactor(single());
+        }
         return;
     }
     List* kept = list();
+    for (const KtDbObjectReactor* reactor : kept->reactors) {
+        if (reactor != nullptr) {
+            forgetReactor(reactor);
+        }
+    }
     if (kept->walks == 0) {
         delete kept;
         return;
@@ -38,6 +48,7 @@ ReactorSlot::~ReactorSlot() {
 
 void ReactorSlot::add(KtDbObjectReactor* reactor) {
     if (value_ == 0) {
+        noteReactor(reactor);
         value_ = reinterpret_cast<std::uintptr_t>(reactor);
         return;
     }
@@ -47,12 +58,15 @@ void ReactorSlot::add(KtDbObjectReactor* reactor) {
         }
         auto made = std::make_unique<List>();
         made->reactors = {single(), reactor};
+        noteReactor(reactor);
         setList(made.release());
         return;
     }
     std::vector<KtDbObjectReactor*>& reactors = list()->reactors;
     if (std::find(reactors.begin(), reactors.end(), reactor) == reactors.end()) {
-        reactors.push_back(reactor);
+        reactors.push_back(nullptr); // a gap stays when there is no memory for the note
+        noteReactor(reactor);
+        reactors.back() = reactor;
     }
 }
 
@@ -61,9 +75,12 @@ bool ReactorSlot::remove(KtDbObjectReactor* reactor) {
         return false;
     }
     if (!isListed()) {
-        const bool found = single() == reactor;
-        value_ = found ? 0 : value_;
-        return found;
+        if (single() != reactor) {
+            return false;
+        }
+        forgetReactor(reactor);
+        value_ = 0;
+        return true;
     }
     List& kept = *list();
     const auto place = std::find(kept.reactors.begin(), kept.reactors.end(), reactor);
@@ -71,6 +88,7 @@ bool ReactorSlot::remove(KtDbObjectReactor* reactor) {
         return false;
     }
     *place = nullptr;
+    forgetReactor(reactor);
     settle(kept);
     return true;
 }

@@ -26,7 +26,7 @@ void append(AuditReport& report, AuditReport&& more) {
 void removeObjectReactors(const AddressRange& range) {
     for (const AttachedReactor& attached : attachedReactors()) {
         KtDbObject* object = nullptr;
-        if (range.contains(virtualTableOf(attached.reactor)) &&
+        if (range.contains(attached.code) &&
             ktdbOpenObject(object, attached.id, KtDbObject::desc(), KtDb::kForNotify, true) == Orbx::eOk) {
             static_cast<void>(object->removeReactor(attached.reactor)); // it is there
             static_cast<void>(object->close());

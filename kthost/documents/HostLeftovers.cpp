@@ -47,7 +47,7 @@ Leftover leftoverOf(const OpenObject& open) {
 }
 
 Leftover leftoverOf(const AttachedReactor& attached) {
-    return {"reactor left on " + objectText(attached), virtualTableOf(attached.reactor), {}, false};
+    return {"reactor left on " + objectText(attached), attached.code, {}, false};
 }
 
 void addEntries(const Dictionary& dictionary, const char* what, std::vector<Leftover>& leftovers) {

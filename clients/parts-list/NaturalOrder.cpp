@@ -34,7 +34,7 @@ std::strong_ordering numberOrder(std::wstring_view left, std::wstring_view right
 /// Where a unit stands in the order of characters. Halves of characters beyond the basic plane, where text is
 /// UTF-16, stand behind all others; their own values would put them in front of some.
 std::uint32_t rankOf(wchar_t unit) {
-    const auto value = static_cast<std::uint32_t>(unit);
+    const auto value = static_cast<char32_t>(unit);
     const bool isHalf = sizeof unit == 2 && value >= 0xD800 && value <= 0xDFFF;
     return isHalf ? value + 0x10000 : value;
 }

@@ -30,15 +30,23 @@ constexpr Direction kRedo{
     L"redo",           "redone", &UndoHistory::redoable, &UndoHistory::redoName, &UndoHistory::redo,
     &UndoHistory::undo};
 
+void walkBack(UndoHistory& history, const Direction& direction, std::uint32_t count) {
+    while (count-- > 0) {
+        require((history.*direction.back)(), "the steps before cannot be put back");
+    }
+}
+
 /// All the steps, or none.
 std::string walk(UndoHistory& history, const Direction& direction, std::uint32_t count) {
     std::string names;
-    for (std::uint32_t step = 0; step < count; ++step) {
+    std::uint32_t step = 0;
+    while (step < count) {
         const std::wstring name = (history.*direction.name)();
         const Orbx::ErrorStatus status = (history.*direction.step)();
-        for (std::uint32_t done = step; status != Orbx::eOk && done > 0; --done) {
-            require((history.*direction.back)(), "the steps before cannot be put back");
+        if (status != Orbx::eOk) {
+            walkBack(history, direction, step);
         }
+        ++step;
         require(status, "'" + toUtf8(name) + "' cannot be " + direction.doing);
         names += (names.empty() ? "" : ", ") + toUtf8(name);
     }

@@ -159,7 +159,7 @@ Orbx::ErrorStatus mirrorAnew(DatabaseContents& contents, KtDbObjectId record, De
 
 } // namespace
 
-Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, DrawingLoader loader,
+Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, const DrawingLoader& loader,
                                 KtDbObjectId& record) {
     DatabaseContents& contents = database.contents();
     Orbx::ErrorStatus status = refusalOfName(contents, name, false);

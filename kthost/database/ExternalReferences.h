@@ -21,7 +21,7 @@ using DrawingLoader = std::function<std::unique_ptr<Database>()>;
 
 /// eDuplicateKey when NAME, or one of the names "NAME|BLOCK", is taken by a living record; eInvalidInput as
 /// for a definition's name; eFileAccess when the loader gives nothing.
-Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, DrawingLoader loader,
+Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, const DrawingLoader& loader,
                                 KtDbObjectId& record);
 /// Erases the references to NAME, its dependent records and its record. The attached drawing stays in memory
 /// for undo. eInvalidInput when the record does not stand for a drawing.

@@ -4,6 +4,7 @@
 
 namespace {
 
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): nobody derives from it or deletes it
 class HostServices final : public KtDbSymbolUtilities::Services {
 public:
     KtDbObjectId blockModelSpaceId(const KtDbDatabase* database) const override {

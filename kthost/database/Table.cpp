@@ -54,7 +54,7 @@ ObjectState Table::state() const {
 }
 
 void Table::exchangeState(ObjectState& state) {
-    TableState& other = std::get<TableState>(state);
+    auto& other = std::get<TableState>(state);
     exchangePosition(other.position);
     std::swap(rows_, other.rows);
     std::swap(columns_, other.columns);

@@ -16,6 +16,7 @@ public:
     explicit constexpr KtDbObjectId(std::uint64_t raw) noexcept : raw_(raw) {}
 
     constexpr bool operator==(const KtDbObjectId&) const noexcept = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero inside a defaulted comparison is no pointer
     constexpr std::strong_ordering operator<=>(const KtDbObjectId&) const noexcept = default;
 
     constexpr std::uint64_t asUnsigned() const noexcept { return raw_; }

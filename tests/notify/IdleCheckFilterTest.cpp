@@ -112,7 +112,7 @@ TEST_F(IdleCheck, OfADocumentThatIsNoLongerCurrentIsConsumed) {
 }
 
 TEST_F(IdleCheck, OfADocumentThatHasGoneIsConsumedWithoutTouchingIt) {
-    const WPARAM gone = reinterpret_cast<WPARAM>(static_cast<KtApDocument*>(&document_));
+    const auto gone = reinterpret_cast<WPARAM>(static_cast<KtApDocument*>(&document_));
     ASSERT_TRUE(host_.documents().close(document_));
     EXPECT_EQ(callsAtCheckOf(gone), 0U);
 }

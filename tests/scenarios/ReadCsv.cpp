@@ -23,7 +23,7 @@ std::string takeField(std::string_view csv, std::size_t& at) {
         return takeQuoted(csv, at);
     }
     const std::size_t end = csv.find_first_of(",\r", at);
-    const std::string field(csv.substr(at, end - at));
+    std::string field(csv.substr(at, end - at));
     at = end;
     return field;
 }

@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 class AuditOf : public testing::Test {
 protected:
-    void leave(Leftover leftover) {
+    void leave(const Leftover& leftover) {
         audit.addSource([leftover](std::vector<Leftover>& leftovers) { leftovers.push_back(leftover); });
     }
 

@@ -50,12 +50,12 @@ protected:
 
 TEST_F(Trace, WritesOneObjectALineNumberedFromOne) {
     TraceLine("a").field("x", 1);
-    TraceLine("b");
+    static_cast<void>(TraceLine("b"));
     EXPECT_EQ(written(), "{\"n\": 1, \"event\": \"a\", \"x\": 1}\n{\"n\": 2, \"event\": \"b\"}\n");
 }
 
 TEST_F(Trace, WritesEachLineAtOnce) {
-    TraceLine("a");
+    static_cast<void>(TraceLine("a"));
     EXPECT_EQ(written(), "{\"n\": 1, \"event\": \"a\"}\n");
 }
 
@@ -66,9 +66,9 @@ TEST_F(Trace, IsOpenUntilItIsClosed) {
 }
 
 TEST_F(Trace, ReplacesWhatTheFileHeldAndBeginsToCountAnew) {
-    TraceLine("a");
+    static_cast<void>(TraceLine("a"));
     ASSERT_TRUE(openTrace(file));
-    TraceLine("b");
+    static_cast<void>(TraceLine("b"));
     EXPECT_EQ(written(), "{\"n\": 1, \"event\": \"b\"}\n");
 }
 

@@ -130,7 +130,7 @@ TEST_F(CommandsTest, MakeShowsAProgressBarForWorkBeyondASecond) {
     ktemplate::ProgressBar::Clock::time_point now{};
     const ktemplate::Console slow{out_, err_, true, [&now] { return now += std::chrono::seconds(2); }};
     ktemplate::make(folder_.file("a.json", kJson), folder_.path() / "a.blk", slow);
-    EXPECT_NE(err_.str().find("%"), std::string::npos);
+    EXPECT_NE(err_.str().find('%'), std::string::npos);
 }
 
 TEST_F(CommandsTest, ListsPrintsWhatAClientGets) {

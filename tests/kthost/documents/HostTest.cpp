@@ -261,7 +261,14 @@ TEST(HostAudit, FindsWhateverIsLeftAtTheEnd) {
 
 TEST(HostAudit, FindsTheRemainsOfAModuleThatFailedToInitialise) {
     Host host;
-    EXPECT_FALSE(host.modules().load(testModule("FailingInitialise.kmx")));
+    ASSERT_FALSE(host.modules().load(testModule("HalfwayModule.kmx")));
+    EXPECT_THAT(host.end().findings,
+                ElementsAre(StartsWith("after unloading HalfwayModule.kmx: message filter left registered")));
+}
+
+TEST(HostAudit, FindsNothingOfAModuleThatFailedToInitialiseAndLeftNothing) {
+    Host host;
+    ASSERT_FALSE(host.modules().load(testModule("FailingInitialise.kmx")));
     EXPECT_THAT(host.end().findings, IsEmpty());
 }
 

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
+#include <utility>
 
 namespace kthost {
 
@@ -22,11 +24,11 @@ protected:
 
 TEST_F(ReactorOrigins, TellOfAReactorThatIsGone) {
     ReactorSlot slot;
-    auto gone = std::make_unique<Watcher>();
-    const KtDbObjectReactor* address = gone.get();
-    slot.add(gone.get());
-    gone.reset();
-    EXPECT_EQ(notedVirtualTable(address), table);
+    std::optional<Watcher> watcher(std::in_place);
+    const KtDbObjectReactor* gone = &*watcher;
+    slot.add(&*watcher);
+    watcher.reset();
+    EXPECT_EQ(notedVirtualTable(gone), table);
 }
 
 TEST_F(ReactorOrigins, TellOfEveryReactorOfAnObject) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <compare>
 #include <random>
 #include <string>
 #include <vector>
@@ -12,28 +13,28 @@ namespace parts {
 namespace {
 
 TEST(NaturalOrder, ComparesRunsOfDigitsAsNumbers) {
-    EXPECT_TRUE(naturalOrder(L"R2", L"R10") < 0);
-    EXPECT_TRUE(naturalOrder(L"C10_3", L"C10_20") < 0);
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"R2", L"R10")));
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"C10_3", L"C10_20")));
 }
 
 TEST(NaturalOrder, ComparesNumbersLongerThanAnyInteger) {
-    EXPECT_TRUE(naturalOrder(L"R99999999999999999999999998", L"R99999999999999999999999999") < 0);
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"R99999999999999999999999998", L"R99999999999999999999999999")));
 }
 
 TEST(NaturalOrder, PutsTheBeginningOfATextBeforeTheText) {
-    EXPECT_TRUE(naturalOrder(L"R", L"R1") < 0);
-    EXPECT_TRUE(naturalOrder(L"", L"R") < 0);
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"R", L"R1")));
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"", L"R")));
 }
 
 TEST(NaturalOrder, LetsLeadingZerosDecideOnlyBetweenTextsOtherwiseEqual) {
-    EXPECT_TRUE(naturalOrder(L"R01", L"R1") < 0);
-    EXPECT_TRUE(naturalOrder(L"R01B", L"R1A") > 0);
+    EXPECT_TRUE(std::is_lt(naturalOrder(L"R01", L"R1")));
+    EXPECT_TRUE(std::is_gt(naturalOrder(L"R01B", L"R1A")));
 }
 
 TEST(NaturalOrder, CallsOnlyTheSameTextEqual) {
-    EXPECT_TRUE(naturalOrder(L"R1", L"R1") == 0);
-    EXPECT_TRUE(naturalOrder(L"R1", L"r1") != 0);
-    EXPECT_TRUE(naturalOrder(L"000", L"0") != 0);
+    EXPECT_TRUE(std::is_eq(naturalOrder(L"R1", L"R1")));
+    EXPECT_TRUE(std::is_neq(naturalOrder(L"R1", L"r1")));
+    EXPECT_TRUE(std::is_neq(naturalOrder(L"000", L"0")));
 }
 
 std::wstring randomText(std::mt19937& random) {

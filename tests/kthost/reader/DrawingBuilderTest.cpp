@@ -46,7 +46,7 @@ std::string withLibrary(const std::string& body) {
     return kLibrary + body;
 }
 
-std::string sheet(const std::string& name, const std::string& file) {
+std::string sheetWithGain(const std::string& name, const std::string& file) {
     return R"((sheet (at 3 4) (uuid ")" + name + R"(") (property "Sheetname" ")" + name +
            R"(") (property "Sheetfile" ")" + file + R"(") (property "Gain" "2")))";
 }
@@ -71,7 +71,7 @@ TEST(DrawingBuilder, MakesARecordOfEachLibrarySymbolUsedOrNot) {
 }
 
 TEST(DrawingBuilder, MakesOneRecordOfEntriesOfOneName) {
-    const BuiltDrawing drawing = build(withLibrary(sheet("A", "a")), {{"a", kLibrary}});
+    const BuiltDrawing drawing = build(withLibrary(sheetWithGain("A", "a")), {{"a", kLibrary}});
     EXPECT_THAT(drawing.recordNames(), UnorderedElementsAre(L"L:R", L"L:Dual", L"L:Styled", L"a"));
 }
 
@@ -115,9 +115,9 @@ TEST(DrawingBuilder, GivesAnEntryThatExtendsAnotherTheUnitsOfThatOne) {
 }
 
 TEST(DrawingBuilder, JoinsTheUnitsOfEntriesThatDiffer) {
-    const BuiltDrawing drawing =
-        build(R"((lib_symbols (symbol "L:A" (symbol "A_1_1"))) (symbol (lib_id "L:A")))" + sheet("S", "s"),
-              {{"s", R"((lib_symbols (symbol "L:A" (symbol "A_2_1"))))"}});
+    const BuiltDrawing drawing = build(
+        R"((lib_symbols (symbol "L:A" (symbol "A_1_1"))) (symbol (lib_id "L:A")))" + sheetWithGain("S", "s"),
+        {{"s", R"((lib_symbols (symbol "L:A" (symbol "A_2_1"))))"}});
     EXPECT_TRUE(isDynamic(drawing.record(L"L:A")));
     EXPECT_THAT(drawing.placedIn(drawing.modelSpace()), ElementsAre(L"s", L"*U1"));
 }
@@ -172,21 +172,21 @@ TEST(DrawingBuilder, PlacesAReferenceWhereTheSymbolLies) {
 
 TEST(DrawingBuilder, MakesARecordOfEachSheetFileAndAReferenceOfEachSheet) {
     const BuiltDrawing drawing =
-        build(sheet("A", "sub/x.kicad_sch") + sheet("B", "sub/x.kicad_sch"),
-              {{"sub/x.kicad_sch", sheet("C", "../y.kicad_sch")}, {"y.kicad_sch", ""}});
+        build(sheetWithGain("A", "sub/x.kicad_sch") + sheetWithGain("B", "sub/x.kicad_sch"),
+              {{"sub/x.kicad_sch", sheetWithGain("C", "../y.kicad_sch")}, {"y.kicad_sch", ""}});
     EXPECT_THAT(drawing.recordNames(), UnorderedElementsAre(L"sub/x.kicad_sch", L"y.kicad_sch"));
     EXPECT_THAT(drawing.placedIn(drawing.modelSpace()), ElementsAre(L"sub/x.kicad_sch", L"sub/x.kicad_sch"));
     EXPECT_THAT(drawing.placedIn(drawing.record(L"sub/x.kicad_sch")), ElementsAre(L"y.kicad_sch"));
 }
 
 TEST(DrawingBuilder, TurnsThePropertiesOfASheetIntoAttributes) {
-    const BuiltDrawing drawing = build(sheet("A", "x"), {{"x", ""}});
+    const BuiltDrawing drawing = build(sheetWithGain("A", "x"), {{"x", ""}});
     EXPECT_THAT(attributeTexts(drawing.placed(drawing.modelSpace(), L"x")),
                 ElementsAre(L"Sheetname=A", L"Sheetfile=x", L"Gain=2"));
 }
 
 TEST(DrawingBuilder, PutsTheSymbolsOfASheetIntoItsRecord) {
-    const BuiltDrawing drawing = build(sheet("A", "x"), {{"x", R"((symbol (lib_id "L:R")))"}});
+    const BuiltDrawing drawing = build(sheetWithGain("A", "x"), {{"x", R"((symbol (lib_id "L:R")))"}});
     EXPECT_THAT(drawing.placedIn(drawing.record(L"x")), ElementsAre(L"L:R"));
 }
 
@@ -199,8 +199,8 @@ TEST(DrawingBuilder, KeepsWhatASymbolOnTheRootIsCalled) {
 
 TEST(DrawingBuilder, KeepsWhatASymbolIsCalledInEveryPlaceOfItsSheet) {
     const BuiltDrawing drawing =
-        build(sheet("A", "x") + sheet("B", "y"),
-              {{"x", sheet("C", "y")}, {"y", R"((symbol (lib_id "L:R") (instances (project "p"
+        build(sheetWithGain("A", "x") + sheetWithGain("B", "y"),
+              {{"x", sheetWithGain("C", "y")}, {"y", R"((symbol (lib_id "L:R") (instances (project "p"
                      (path "/root/A/C" (reference "R1") (unit 1)) (path "/root/B" (reference "R2") (unit 2))))))"}});
     const std::wstring a = handleText(drawing.placed(drawing.modelSpace(), L"x"));
     const std::wstring b = handleText(drawing.placed(drawing.modelSpace(), L"y"));
@@ -210,7 +210,7 @@ TEST(DrawingBuilder, KeepsWhatASymbolIsCalledInEveryPlaceOfItsSheet) {
 }
 
 TEST(DrawingBuilder, KeepsNoOccurrencesWithASheet) {
-    const BuiltDrawing drawing = build(sheet("A", "x"), {{"x", ""}});
+    const BuiltDrawing drawing = build(sheetWithGain("A", "x"), {{"x", ""}});
     EXPECT_THAT(occurrenceTexts(drawing.placed(drawing.modelSpace(), L"x")), IsEmpty());
 }
 
@@ -221,7 +221,7 @@ TEST(DrawingBuilder, TellsLibrarySymbolsApartThatDifferInCase) {
 }
 
 TEST(DrawingBuilder, LetsALibrarySymbolHaveANameBeforeASheetFile) {
-    const BuiltDrawing drawing = build(sheet("A", "x") + R"((symbol (lib_id "X")))", {{"x", ""}});
+    const BuiltDrawing drawing = build(sheetWithGain("A", "x") + R"((symbol (lib_id "X")))", {{"x", ""}});
     EXPECT_THAT(drawing.placedIn(drawing.modelSpace()), ElementsAre(L"x (2)", L"X"));
 }
 

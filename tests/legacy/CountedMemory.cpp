@@ -26,15 +26,24 @@ bool mustFail() {
     return true;
 }
 
-void* give(std::size_t size) {
+/// Null when it fails.
+void* tryToGive(std::size_t size) noexcept {
     void* memory = mustFail() ? nullptr : std::malloc(size + kHeader);
     if (memory == nullptr) {
-        throw std::bad_alloc();
+        return nullptr;
     }
     *static_cast<std::size_t*>(memory) = size;
     currentBytes += size;
     peakBytes = std::max(peakBytes, currentBytes);
     return static_cast<unsigned char*>(memory) + kHeader;
+}
+
+void* give(std::size_t size) {
+    void* given = tryToGive(size);
+    if (given == nullptr) {
+        throw std::bad_alloc();
+    }
+    return given;
 }
 
 void takeBack(void* given) noexcept {
@@ -55,6 +64,14 @@ void* operator new[](std::size_t size) {
     return give(size);
 }
 
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return tryToGive(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return tryToGive(size);
+}
+
 void operator delete(void* given) noexcept {
     takeBack(given);
 }
@@ -68,6 +85,14 @@ void operator delete(void* given, std::size_t /*size*/) noexcept {
 }
 
 void operator delete[](void* given, std::size_t /*size*/) noexcept {
+    takeBack(given);
+}
+
+void operator delete(void* given, const std::nothrow_t& /*tag*/) noexcept {
+    takeBack(given);
+}
+
+void operator delete[](void* given, const std::nothrow_t& /*tag*/) noexcept {
     takeBack(given);
 }
 

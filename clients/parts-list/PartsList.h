@@ -64,7 +64,7 @@ private:
     Options options_;
     ListSource source_;
     std::vector<KtDbObjectId> knownRecords_; // the whole block table as it was last seen
-    std::optional<DrawnTable> drawn_; // before the first extraction, which leaves it out
+    std::optional<DrawnTable> drawn_;        // before the first extraction, which leaves it out
     PartsTable table_;
     bool toldOfLoss_ = false; // that the table in the drawing is gone
     TouchListener listener_;

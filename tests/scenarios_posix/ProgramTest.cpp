@@ -90,6 +90,12 @@ TEST_F(KtHostProgram, EndsWith3WhenTheAuditFindsSomething) {
     EXPECT_THAT(read("out"), HasSubstr("audit: after unloading CarelessWatcher.kmx"));
 }
 
+TEST_F(KtHostProgram, TakesWhatFollowsALoadedModuleForADrawing) {
+    write("in", "");
+    EXPECT_EQ(run("--load '" + binary("KtDxNotify.kmx") + "' '" KTDX_SAMPLES "/sensor-node.kicad_sch'"), 0);
+    EXPECT_THAT(read("out"), HasSubstr("opened sensor-node"));
+}
+
 TEST_F(KtHostProgram, ReadsStandardInputWithoutAScript) {
     write("in", "new plan\nquit\nfrobnicate\n");
     EXPECT_EQ(run(""), 0);

@@ -40,7 +40,8 @@ void declare(CLI::App& app, Arguments& arguments) {
                    "Load a module before anything else; may be given several times")
         ->type_name("FILE")
         ->expected(1)
-        ->take_all();
+        ->take_all()
+        ->allow_extra_args(false); // what follows the file is a drawing
     app.add_option("--script", arguments.script, "Run the commands in a file, or those on standard input (-)")
         ->type_name("FILE|-");
     app.add_option("--trace", arguments.trace,

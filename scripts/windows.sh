@@ -20,6 +20,8 @@ with_wine() {
   local status=0
   export WINEPREFIX=$PWD/$windows_build/wine
   scripts/under-wine.sh cmd /c ver >/dev/null
+  # The server of that first program lingers, and while it does no other can be started.
+  wineserver --wait
   WINEDEBUG=-all wineserver --persistent
   "$@" || status=$?
   wineserver --kill || true

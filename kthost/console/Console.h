@@ -25,8 +25,6 @@ public:
     Session& session() { return session_; }
 
 private:
-    void perform(std::string_view line);
-
     Session session_;
 };
 

@@ -83,6 +83,7 @@ void runClose(Session& session, Words& words) {
     Document& document = words.atEnd() ? session.document() : documentNamed(session, words.take("NAME"));
     words.expectEnd();
     const std::string name = toUtf8(document.name());
+    session.held().releaseOf(document.database());
     if (const HostResult result = session.host().documents().close(document); !result) {
         throw CommandError(result.reason);
     }

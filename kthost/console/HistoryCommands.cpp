@@ -80,4 +80,25 @@ void runRedo(Session& session, Words& words) {
     run(session, words, kRedo);
 }
 
+void runRecording(Session& session, Words& words) {
+    const bool on = words.takeIf(L"on");
+    if (!on) {
+        words.expect(L"off");
+    }
+    words.expectEnd();
+    session.drawing().setUndoRecording(on);
+    session.say(on ? "changes are kept for undo" : "changes are not kept for undo");
+}
+
+void runForget(Session& session, Words& words) {
+    words.expectEnd();
+    session.walkSteps(L"forget", [](Database& database) {
+        if (database.history().isRecordingStep()) {
+            throw CommandError("a step is being kept");
+        }
+        database.releaseErased();
+    });
+    session.say("forgot the steps, and let go of what is erased");
+}
+
 } // namespace kthost

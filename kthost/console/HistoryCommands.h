@@ -5,8 +5,10 @@ namespace kthost {
 class Session;
 class Words;
 
-/// Commands that walk the undo steps. Each throws CommandError when it cannot be done.
+/// Commands on what a drawing keeps for undo. Each throws CommandError when it cannot be done.
 void runUndo(Session& session, Words& words);
 void runRedo(Session& session, Words& words);
+void runRecording(Session& session, Words& words);
+void runForget(Session& session, Words& words);
 
 } // namespace kthost

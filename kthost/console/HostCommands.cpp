@@ -1,14 +1,19 @@
 #include "kthost/console/HostCommands.h"
 
+#include "kthost/console/AttributeCommands.h"
+#include "kthost/console/BusyCommands.h"
 #include "kthost/console/DefinitionCommands.h"
 #include "kthost/console/DocumentCommands.h"
+#include "kthost/console/DynamicCommands.h"
 #include "kthost/console/ExternalCommands.h"
 #include "kthost/console/HistoryCommands.h"
+#include "kthost/console/HoldCommands.h"
 #include "kthost/console/ListCommand.h"
 #include "kthost/console/ModuleCommands.h"
 #include "kthost/console/ReferenceCommands.h"
 #include "kthost/console/SessionCommands.h"
 #include "kthost/console/TableCommand.h"
+#include "kthost/console/TogetherCommand.h"
 
 #include <algorithm>
 
@@ -32,9 +37,20 @@ constexpr HostCommand kCommands[] = {
     {L"set", L"set REF TAG TEXT", "change an attribute", runSet},
     {L"move", L"move REF X,Y", "move a reference", runMove},
     {L"copy", L"copy REF X,Y", "copy a reference with its attributes", runCopy},
-    {L"erase", L"erase REF", "erase a reference", runErase},
-    {L"restore", L"restore REF", "bring an erased reference back", runRestore},
+    {L"erase", L"erase REF [TAG]", "erase a reference, or one of its attributes", runErase},
+    {L"restore", L"restore REF [TAG]", "bring an erased reference or attribute back", runRestore},
+    {L"attribute", L"attribute REF TAG TEXT", "give a reference one more attribute", runAttribute},
+    {L"xdata", L"xdata REF APPLICATION [TEXT...]",
+     "set the extended data that an application keeps with a reference, or take it away", runXData},
     {L"define", L"define BLOCK [from BLOCK]", "make a block, empty or as a copy", runDefine},
+    {L"redefine", L"redefine BLOCK [as BLOCK]", "empty a block, or fill it with what lies in another",
+     runRedefine},
+    {L"rename", L"rename BLOCK NAME", "give a block another name", runRename},
+    {L"layout", L"layout NAME", "make an empty layout", runLayout},
+    {L"anonymous", L"anonymous LETTER", "make an empty anonymous block", runAnonymous},
+    {L"dynamic", L"dynamic BLOCK", "make a block dynamic", runDynamic},
+    {L"represent", L"represent BLOCK LABEL [by ANONYMOUS]",
+     "have a new anonymous block, or one that is there, represent a dynamic block", runRepresent},
     {L"purge", L"purge BLOCK", "erase a block that nothing refers to", runPurge},
     {L"attach", L"attach FILE as NAME", "attach a schematic as an external drawing", runAttach},
     {L"detach", L"detach NAME", "take an external drawing away, and the references to it", runDetach},
@@ -42,6 +58,17 @@ constexpr HostCommand kCommands[] = {
     {L"table", L"table NAME X,Y ROWS COLS [in CONTAINER]", "draw an empty table", runTable},
     {L"undo", L"undo [N]", "take the latest N commands back", runUndo},
     {L"redo", L"redo [N]", "do N commands again", runRedo},
+    {L"recording", L"recording on|off", "the drawing keeps changes for undo, or no longer", runRecording},
+    {L"forget", L"forget", "forget what can be undone, and let go of what is erased", runForget},
+    {L"together", L"together LINE...", "run several lines, each one word in quotes, as one command",
+     runTogether},
+    {L"hold", L"hold read|write|notify REF [TAG]|block BLOCK|blocks",
+     "keep a reference, an attribute, a block or the table of blocks open", runHold},
+    {L"release", L"release", "close what is kept open", runRelease},
+    {L"lock", L"lock [elsewhere]", "lock the document outside a command, or from another context", runLock},
+    {L"unlock", L"unlock", "give the latest lock back", runUnlock},
+    {L"dialog", L"dialog on|off", "a dialog of the document is open, or no longer", runDialog},
+    {L"pending", L"pending N", "so many inputs wait for the document's commands", runPending},
     {L"typing", L"typing on|off", "input waits, or no longer", runTyping},
     {L"tick", L"tick MS", "the clock is so many milliseconds later", runTick},
     {L"help", L"help [COMMAND]", "list the commands", runHelp},

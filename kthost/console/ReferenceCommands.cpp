@@ -1,5 +1,6 @@
 #include "kthost/console/ReferenceCommands.h"
 
+#include "kthost/console/AttributeNames.h"
 #include "kthost/console/Designators.h"
 #include "kthost/console/ObjectNames.h"
 #include "kthost/console/Session.h"
@@ -59,19 +60,6 @@ InsertLine readInsertLine(Session& session, Words& words) {
     return line;
 }
 
-/// The text of an attribute that has to be there: a tag that nothing has is a slip of the pen.
-std::string requireAttribute(KtDbObjectId reference, const std::wstring& tag) {
-    std::string tags;
-    for (const AttributeView& attribute : attributesOf(reference)) {
-        if (attribute.tag == tag) {
-            return toUtf8(attribute.text);
-        }
-        tags += (tags.empty() ? "" : ", ") + toUtf8(attribute.tag);
-    }
-    throw CommandError(referenceText(reference) + " has no attribute '" + toUtf8(tag) + "'" +
-                       (tags.empty() ? "" : "; it has " + tags));
-}
-
 } // namespace
 
 void runInsert(Session& session, Words& words) {
@@ -94,7 +82,7 @@ void runSet(Session& session, Words& words) {
     const std::wstring text = words.take("TEXT");
     words.expectEnd();
     const std::string what = referenceText(id);
-    const std::string before = requireAttribute(id, tag);
+    const std::string before = toUtf8(requireAttribute(id, tag).text);
     session.edit(L"set", [&](Database& database) {
         if (tag == L"Reference") {
             redesignate(database, id, toWide(before), text);
@@ -130,10 +118,13 @@ void runCopy(Session& session, Words& words) {
 
 void runErase(Session& session, Words& words) {
     const KtDbObjectId id = session.reference(words.take("REF"));
+    const std::wstring tag = words.atEnd() ? L"" : words.take("TAG");
     words.expectEnd();
-    const std::string what = referenceText(id);
+    const std::string what = referenceText(id) + (tag.empty() ? "" : " " + toUtf8(tag));
+    const KtDbObjectId attribute = tag.empty() ? KtDbObjectId() : requireAttribute(id, tag).id;
     session.edit(L"erase", [&](Database& database) {
-        require(eraseReference(database, id), what + " cannot be erased");
+        require(tag.empty() ? eraseReference(database, id) : eraseAttribute(database, attribute),
+                what + " cannot be erased");
     });
     session.remember(id);
     session.say("erased " + what);
@@ -141,12 +132,15 @@ void runErase(Session& session, Words& words) {
 
 void runRestore(Session& session, Words& words) {
     const KtDbObjectId id = session.erasedReference(words.take("REF"));
+    const std::wstring tag = words.atEnd() ? L"" : words.take("TAG");
     words.expectEnd();
+    const KtDbObjectId attribute = tag.empty() ? KtDbObjectId() : requireErasedAttribute(id, tag);
     session.edit(L"restore", [&](Database& database) {
-        require(restoreReference(database, id), handleText(handleOf(id)) + " cannot be restored");
+        require(tag.empty() ? restoreReference(database, id) : restoreAttribute(database, attribute),
+                handleText(handleOf(id)) + " cannot be restored");
     });
     session.remember(id);
-    session.say("restored " + referenceText(id));
+    session.say("restored " + referenceText(id) + (tag.empty() ? "" : " " + toUtf8(tag)));
 }
 
 } // namespace kthost

@@ -9,6 +9,7 @@
 #include "kthost/runtime/Utf8.h"
 
 #include <charconv>
+#include <memory>
 #include <ostream>
 
 namespace kthost {
@@ -17,21 +18,6 @@ namespace {
 
 std::string inQuotes(std::wstring_view word) {
     return "'" + toUtf8(word) + "'";
-}
-
-void run(Session& session, const wchar_t* name, const std::function<void(Database&)>& change,
-         CommandUndo undo) {
-    Database& drawing = session.drawing();
-    const CommandOutcome outcome = session.host().documents().runCommand(
-        session.document(), name,
-        [&](Document&) {
-            change(drawing);
-            return CommandResult::done;
-        },
-        undo);
-    if (!outcome) {
-        throw CommandError(outcome.reason);
-    }
 }
 
 } // namespace
@@ -95,11 +81,43 @@ KtDbObjectId Session::block(const std::wstring& word) {
 }
 
 void Session::edit(const wchar_t* name, const std::function<void(Database&)>& change) {
-    run(*this, name, change, CommandUndo::step);
+    run(name, change, CommandUndo::step);
 }
 
 void Session::walkSteps(const wchar_t* name, const std::function<void(Database&)>& walk) {
-    run(*this, name, walk, CommandUndo::none);
+    run(name, walk, CommandUndo::none);
+}
+
+void Session::editTogether(const std::function<void()>& lines) {
+    if (together_) {
+        throw CommandError("a line of several that run together cannot be several itself");
+    }
+    run(
+        L"together",
+        [&](Database&) {
+            together_ = true;
+            const std::unique_ptr<bool, void (*)(bool*)> ends(&together_, [](bool* flag) { *flag = false; });
+            lines();
+        },
+        CommandUndo::step);
+}
+
+void Session::run(const wchar_t* name, const std::function<void(Database&)>& change, CommandUndo undo) {
+    Database& target = drawing();
+    if (together_) {
+        change(target);
+        return;
+    }
+    const CommandOutcome outcome = host_.documents().runCommand(
+        document(), name,
+        [&](Document&) {
+            change(target);
+            return CommandResult::done;
+        },
+        undo);
+    if (!outcome) {
+        throw CommandError(outcome.reason);
+    }
 }
 
 KtDbObjectId Session::counted(const std::wstring& word) {

@@ -3,8 +3,10 @@
 #include <KtDbObjectId.h>
 
 #include "kthost/console/CommandError.h"
+#include "kthost/console/HeldObjects.h"
 #include "kthost/reader/ReadProgress.h"
 
+#include <cstdint>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -15,6 +17,7 @@ namespace kthost {
 
 class Database;
 class Document;
+enum class CommandUndo : std::uint8_t;
 class Host;
 
 /// What the commands of the console work on: the host, and what words mean in its current document.
@@ -52,6 +55,16 @@ public:
     /// The same for commands that walk the undo steps themselves.
     void walkSteps(const wchar_t* name, const std::function<void(Database&)>& walk);
 
+    /// Runs what `lines` does as one command of the host: the edits in it, and the commands of modules, are
+    /// part of that command. Throws CommandError with what `lines` threw; the drawing is as it was then.
+    void editTogether(const std::function<void()>& lines);
+
+    /// True while several lines run as one command.
+    bool isTogether() const { return together_; }
+
+    /// What commands keep open until they are told to let go.
+    HeldObjects& held() { return held_; }
+
     void quit() { quitting_ = true; }
 
     bool isQuitting() const { return quitting_; }
@@ -60,12 +73,15 @@ private:
     KtDbObjectId counted(const std::wstring& word);
     KtDbObjectId remembered();
     KtDbObjectId handled(const std::wstring& word, std::uint64_t handle);
+    void run(const wchar_t* name, const std::function<void(Database&)>& change, CommandUndo undo);
     static KtDbObjectId onlyOne(const std::wstring& word, const std::vector<KtDbObjectId>& found);
 
     Host& host_;
     std::ostream& out_;
     ReadProgress* progress_;
     KtDbObjectId last_;
+    HeldObjects held_;
+    bool together_ = false;
     bool quitting_ = false;
 };
 

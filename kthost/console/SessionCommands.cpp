@@ -44,16 +44,6 @@ std::wstring usageOf(Session& session, const std::wstring& name) {
 
 } // namespace
 
-void runTyping(Session& session, Words& words) {
-    const bool waits = words.takeIf(L"on");
-    if (!waits) {
-        words.expect(L"off");
-    }
-    words.expectEnd();
-    session.host().window().setInputWaiting(waits);
-    session.say(waits ? "input waits" : "no input waits");
-}
-
 void runTick(Session& session, Words& words) {
     const std::uint32_t milliseconds = words.takeNumber("MS", 1, std::numeric_limits<std::uint32_t>::max());
     words.expectEnd();

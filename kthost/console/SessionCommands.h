@@ -6,7 +6,6 @@ class Session;
 class Words;
 
 /// Commands on the host itself. Each throws CommandError when it cannot be done.
-void runTyping(Session& session, Words& words);
 void runTick(Session& session, Words& words);
 void runHelp(Session& session, Words& words);
 void runQuit(Session& session, Words& words);

@@ -59,6 +59,10 @@ private:
     std::set<std::wstring> reserved_;
 };
 
+/// Calls a module's command, which becomes part of the command that is running.
+CommandResult callModuleCommand(Document& document, const ModuleCommand& command,
+                                const std::vector<std::wstring>& words);
+
 /// Runs a module's command in a document, as any command of the host runs. A command that failed without
 /// giving a reason gets one.
 CommandOutcome runModuleCommand(DocumentManager& documents, Document& document, const ModuleCommand& command,

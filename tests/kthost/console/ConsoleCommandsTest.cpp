@@ -117,7 +117,7 @@ TEST_F(ConsoleCommands, QuitEndsTheSession) {
 }
 
 TEST_F(ConsoleCommands, HelpShowsEveryCommand) {
-    EXPECT_THAT(run("help"), HasSubstr("restore REF\n"));
+    EXPECT_THAT(run("help"), HasSubstr("restore REF [TAG]\n"));
     EXPECT_EQ(run("help undo"), "undo [N]\n");
     EXPECT_NE(failure("help frobnicate"), "");
 }

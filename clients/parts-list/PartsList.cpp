@@ -11,6 +11,7 @@
 
 #include <KtApDocument.h>
 #include <KtEd.h>
+#include <SystemPath.h>
 
 #include <fstream>
 #include <ios>
@@ -35,7 +36,7 @@ KtArray<KtDbObjectId> toArray(const std::vector<KtDbObjectId>& ids) {
 }
 
 std::string readAll(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
+    std::ifstream stream(systemPath(file), std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }
 

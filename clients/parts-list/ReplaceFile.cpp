@@ -1,5 +1,7 @@
 #include "ReplaceFile.h"
 
+#include <SystemPath.h>
+
 #include <cerrno>
 #include <fstream>
 #include <ios>
@@ -24,11 +26,12 @@ std::error_code writeAll(const std::filesystem::path& file, std::string_view byt
 } // namespace
 
 std::error_code replaceFile(const std::filesystem::path& file, std::string_view bytes) {
-    std::filesystem::path beside = file;
+    const std::filesystem::path target = systemPath(file);
+    std::filesystem::path beside = target;
     beside += ".new";
     std::error_code failure = writeAll(beside, bytes);
     if (!failure) {
-        std::filesystem::rename(beside, file, failure);
+        std::filesystem::rename(beside, target, failure);
     }
     if (failure) {
         std::error_code ignored; // the first failure is the one to tell of

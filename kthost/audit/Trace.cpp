@@ -1,9 +1,10 @@
 #include "kthost/audit/Trace.h"
 
+#include <SystemPath.h>
+
 #include "kthost/audit/JsonText.h"
 #include "kthost/audit/TraceIds.h"
 #include "kthost/runtime/CodeText.h"
-#include "kthost/window/SystemPath.h"
 #include "kthost/window/WindowCalls.h"
 
 #include <fstream>

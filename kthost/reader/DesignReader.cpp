@@ -1,15 +1,16 @@
 #include "kthost/reader/DesignReader.h"
 
+#include <SystemPath.h>
+
 #include "kthost/reader/PathText.h"
 #include "kthost/reader/SchematicReader.h"
 #include "kthost/reader/SheetError.h"
 #include "kthost/reader/SheetHierarchy.h"
 #include "kthost/runtime/Utf8.h"
-#include "kthost/window/SystemPath.h"
+#include "kthost/window/FindFile.h"
 
 #include <fstream>
 #include <optional>
-#include <system_error>
 #include <unordered_map>
 #include <utility>
 
@@ -19,20 +20,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A file under whatever spelling it is named.
-struct FoundFile {
-    fs::path canonical;
-    std::uint64_t size;
-};
-
-std::optional<FoundFile> findFile(const fs::path& path) {
-    std::error_code error;
-    FoundFile found{fs::canonical(systemPath(path), error), 0};
-    if (error || !fs::is_regular_file(found.canonical, error)) {
-        return std::nullopt;
-    }
-    found.size = fs::file_size(found.canonical, error);
-    return error ? std::nullopt : std::optional(std::move(found));
+std::optional<FoundFile> findRegular(const fs::path& path) {
+    std::optional<FoundFile> found = findFile(path);
+    return found && found->isRegular ? found : std::nullopt;
 }
 
 SourceText readFile(const fs::path& path, std::uint64_t size) {
@@ -100,7 +90,7 @@ private:
 };
 
 Design DesignLoader::load(const fs::path& root) {
-    const std::optional<FoundFile> found = findFile(root);
+    const std::optional<FoundFile> found = findRegular(root);
     if (!found) {
         throw ReadError(toUtf8(pathText(root)), {}, "a schematic file", "none there");
     }
@@ -113,7 +103,7 @@ Design DesignLoader::load(const fs::path& root) {
 }
 
 std::size_t DesignLoader::add(const FoundFile& found, fs::path path, const fs::path& name) {
-    const auto [entry, isNew] = fileByPath_.emplace(pathText(found.canonical), design_.files.size());
+    const auto [entry, isNew] = fileByPath_.emplace(pathText(found.name), design_.files.size());
     if (isNew) {
         design_.files.push_back({std::move(path), pathText(name), {}, {}});
         sizes_.push_back(found.size);
@@ -145,7 +135,7 @@ std::size_t DesignLoader::findChild(std::size_t file, std::size_t sheet) {
     const SheetFile& parent = design_.files[file];
     const fs::path written = pathOf(parent.schematic.sheets[sheet].file);
     fs::path path = parent.path.parent_path() / written;
-    const std::optional<FoundFile> found = findFile(path);
+    const std::optional<FoundFile> found = findRegular(path);
     if (!found) {
         failAtSheet(parent, sheet, "a sheet file", "none at ");
     }

@@ -7,9 +7,11 @@
 #include "kthost/runtime/ModuleCode.h"
 #include "kthost/runtime/PathName.h"
 #include "kthost/runtime/Report.h"
+#include "kthost/window/FindFile.h"
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -65,7 +67,8 @@ ModuleLoader* ModuleLoader::current() {
 HostResult ModuleLoader::load(const std::filesystem::path& file) {
     std::error_code error;
     const std::filesystem::path whole = std::filesystem::absolute(file, error).lexically_normal();
-    if (error || !std::filesystem::is_regular_file(whole, error)) {
+    const std::optional<FoundFile> found = findFile(whole);
+    if (error || !found || !found->isRegular) {
         return {Orbx::eFileAccess, pathUtf8(file) + ": no such module file"};
     }
     if (HostResult refused = refuseTwice(whole); !refused) {

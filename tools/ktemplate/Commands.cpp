@@ -1,5 +1,6 @@
 #include "tools/ktemplate/Commands.h"
 
+#include "kthost/window/FindFile.h"
 #include "legacy/ArchiveWriter.h"
 #include "legacy/TemplateStream.h"
 #include "tools/ktemplate/JsonTemplate.h"
@@ -15,6 +16,7 @@
 #include <fmt/ostream.h>
 
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <string>
 
@@ -55,8 +57,9 @@ std::string bytesOf(CEattMain& contents) {
 }
 
 bool isSameFile(const fs::path& a, const fs::path& b) {
-    std::error_code notThere;
-    return fs::equivalent(a, b, notThere);
+    const std::optional<kthost::FoundFile> found = kthost::findFile(a);
+    const std::optional<kthost::FoundFile> other = kthost::findFile(b);
+    return found && other && found->name == other->name;
 }
 
 std::size_t countAttributes(const CEattMain& contents) {

@@ -88,7 +88,7 @@ std::string describe(const std::filesystem::path& path, const Problem& problem) 
 }
 
 std::string displayName(const std::filesystem::path& path) {
-    const std::u8string name = path.u8string();
+    const std::u8string name = path.generic_u8string();
     return displayBytes({reinterpret_cast<const char*>(name.data()), name.size()});
 }
 

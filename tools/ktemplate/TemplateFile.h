@@ -32,7 +32,7 @@ TemplateFile readTemplateFile(const std::filesystem::path& path, ProgressBar& pr
 /// One line for people, which begins with the file's name.
 std::string describe(const std::filesystem::path& path, const Problem& problem);
 
-/// A file's name for people.
+/// A file's name for people, with "/" between folders on every system.
 std::string displayName(const std::filesystem::path& path);
 
 } // namespace ktemplate

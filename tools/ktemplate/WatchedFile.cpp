@@ -1,5 +1,7 @@
 #include "tools/ktemplate/WatchedFile.h"
 
+#include <SystemPath.h>
+
 #include <stdexcept>
 #include <system_error>
 
@@ -19,9 +21,10 @@ std::uint64_t sizeOf(const std::filesystem::path& path) {
 
 WatchedFile::WatchedFile(const std::filesystem::path& path, ProgressBar& progress)
     : progress_(&progress),
-      size_(sizeOf(path)),
+      size_(sizeOf(systemPath(path))),
       buffer_(kBufferSize) {
-    if (std::filesystem::is_directory(path) || file_.open(path, std::ios::in | std::ios::binary) == nullptr) {
+    const std::filesystem::path name = systemPath(path);
+    if (std::filesystem::is_directory(name) || file_.open(name, std::ios::in | std::ios::binary) == nullptr) {
         throw std::runtime_error("cannot be opened");
     }
 }

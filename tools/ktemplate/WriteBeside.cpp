@@ -1,8 +1,13 @@
 #include "tools/ktemplate/WriteBeside.h"
 
+#include <SystemPath.h>
+
+#include "kthost/window/FindFile.h"
+
 #include <fmt/format.h>
 
 #include <fstream>
+#include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
@@ -33,37 +38,39 @@ void writeNew(const fs::path& path, std::string_view bytes) {
 }
 
 /// Throws filesystem_error. A file that is replaced leaves its permissions to the new one.
-void takeName(const fs::path& from, const fs::path& to) {
-    if (fs::exists(to)) {
-        fs::permissions(from, fs::status(to).permissions());
+void takeName(const fs::path& from, const fs::path& to, const std::optional<kthost::FoundFile>& replaced) {
+    if (replaced) {
+        fs::permissions(from, replaced->permissions);
     }
     fs::rename(from, to);
 }
 
-void requireReplaceable(const fs::path& path) {
-    if (fs::exists(path) && !fs::is_regular_file(path)) {
-        throw std::runtime_error("not a regular file");
-    }
+void removeNew(const fs::path& path) {
+    std::error_code ignored; // what went wrong before is the thing to tell
+    // Some systems remove only what may be written.
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write, ignored);
+    fs::remove(path, ignored);
 }
 
 } // namespace
 
 void writeBeside(const fs::path& path, std::string_view bytes) {
+    const std::optional<kthost::FoundFile> replaced = kthost::findFile(path);
+    if (replaced && !replaced->isRegular) {
+        throw std::runtime_error("not a regular file");
+    }
+    // A link stays a link, to the new file.
+    const fs::path target = replaced ? replaced->name : systemPath(path);
+    const fs::path beside = nameBeside(target);
     try {
-        // A link stays a link, to the new file.
-        const fs::path target = fs::weakly_canonical(path);
-        requireReplaceable(target);
-        const fs::path beside = nameBeside(target);
-        try {
-            writeNew(beside, bytes);
-            takeName(beside, target);
-        } catch (...) {
-            std::error_code ignored;
-            fs::remove(beside, ignored);
-            throw;
-        }
+        writeNew(beside, bytes);
+        takeName(beside, target, replaced);
     } catch (const fs::filesystem_error& error) {
+        removeNew(beside);
         throw std::runtime_error(error.code().message());
+    } catch (...) {
+        removeNew(beside);
+        throw;
     }
 }
 

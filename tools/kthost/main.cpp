@@ -4,8 +4,9 @@
 #include "kthost/console/ScriptRunner.h"
 #include "kthost/documents/Host.h"
 #include "kthost/window/ProgramStart.h"
-#include "kthost/window/SystemPath.h"
 #include "kthost/window/Terminal.h"
+
+#include <SystemPath.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
@@ -135,7 +136,7 @@ int runProgram(const Arguments& arguments) {
     std::ifstream file;
     const bool isFile = !arguments.script.empty() && arguments.script != "-";
     if (isFile) {
-        file.open(kthost::systemPath(toPath(arguments.script)));
+        file.open(systemPath(toPath(arguments.script)));
     }
     if (isFile && !file) {
         return refuseUsage("the script '" + arguments.script + "' cannot be read");

@@ -1,9 +1,5 @@
-#include "kthost/window/SystemPath.h"
-
-namespace kthost {
+#include <SystemPath.h>
 
 std::filesystem::path systemPath(const std::filesystem::path& path) {
     return path;
 }
-
-} // namespace kthost

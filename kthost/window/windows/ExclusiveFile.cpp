@@ -1,7 +1,6 @@
 #include <ExclusiveFile.h>
+#include <SystemPath.h>
 #include <WindowSystem.h>
-
-#include "kthost/window/SystemPath.h"
 
 #include <algorithm>
 #include <new>
@@ -29,7 +28,7 @@ ExclusiveFile::~ExclusiveFile() {
 }
 
 std::error_code ExclusiveFile::open(const std::filesystem::path& path) noexcept try {
-    const std::filesystem::path name = kthost::systemPath(path);
+    const std::filesystem::path name = systemPath(path);
     const DWORD attributes = GetFileAttributesW(name.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
         return std::make_error_code(std::errc::invalid_argument);

@@ -1,7 +1,8 @@
 #include "kthost/window/SharedLibrary.h"
 
+#include <SystemPath.h>
+
 #include "kthost/runtime/Utf8.h"
-#include "kthost/window/SystemPath.h"
 #include "kthost/window/WindowCalls.h"
 #include "kthost/window/windows/SystemMessage.h"
 

@@ -1,10 +1,7 @@
-#include "kthost/window/SystemPath.h"
-
+#include <SystemPath.h>
 #include <WindowSystem.h>
 
 #include <system_error>
-
-namespace kthost {
 
 namespace {
 
@@ -26,5 +23,3 @@ std::filesystem::path systemPath(const std::filesystem::path& path) {
     const bool isShare = exact.starts_with(L"\\\\");
     return isShare ? kVerbatimShare + exact.substr(1) : kVerbatim + exact;
 }
-
-} // namespace kthost

@@ -1,7 +1,12 @@
 #include "ReplaceFile.h"
 
+#include "tests/support/AwkwardFolders.h"
+
+#include <SystemPath.h>
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -13,8 +18,9 @@ namespace {
 class ReplaceFile : public testing::Test {
 protected:
     void SetUp() override {
-        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
-        folder_ = std::filesystem::path(testing::TempDir()) / (std::string("parts-") + test->name());
+        std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::replace(name.begin(), name.end(), '/', '-');
+        folder_ = std::filesystem::path(testing::TempDir()) / ("parts-" + name);
         std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_);
     }
@@ -22,7 +28,7 @@ protected:
     void TearDown() override { std::filesystem::remove_all(folder_); }
 
     static std::string read(const std::filesystem::path& file) {
-        std::ifstream stream(file, std::ios::binary);
+        std::ifstream stream(systemPath(file), std::ios::binary);
         return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     }
 
@@ -56,10 +62,17 @@ TEST_F(ReplaceFile, LeavesNothingBesideWhenItCannotReplace) {
     EXPECT_EQ(filesInFolder(), 1);
 }
 
-TEST_F(ReplaceFile, TakesNamesOutsideAscii) {
-    EXPECT_FALSE(replaceFile(folder_ / u8"Stückliste Ω.csv", "x"));
-    EXPECT_EQ(read(folder_ / u8"Stückliste Ω.csv"), "x");
+class ReplaceFileIn : public ReplaceFile, public testing::WithParamInterface<std::filesystem::path> {};
+
+TEST_P(ReplaceFileIn, PutsTheNewOneInPlaceOfTheOld) {
+    const awkward::Folder awkward(folder_, GetParam());
+    const std::filesystem::path file = awkward.path() / u8"Stückliste 𝛺.csv";
+    EXPECT_FALSE(replaceFile(file, "a longer content"));
+    EXPECT_FALSE(replaceFile(file, "b"));
+    EXPECT_EQ(read(file), "b");
 }
+
+INSTANTIATE_TEST_SUITE_P(Folders, ReplaceFileIn, awkward::folders(), awkward::nameOfFolder);
 
 } // namespace
 

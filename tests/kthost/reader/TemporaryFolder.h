@@ -1,5 +1,7 @@
 #pragma once
 
+#include <SystemPath.h>
+
 #include <filesystem>
 #include <fstream>
 #include <random>
@@ -30,8 +32,8 @@ public:
     /// Writes a file, and the folders that lead to it. Returns its path.
     std::filesystem::path write(const std::filesystem::path& name, std::string_view bytes) const {
         std::filesystem::path path = path_ / name;
-        std::filesystem::create_directories(path.parent_path());
-        std::ofstream stream(path, std::ios::binary);
+        std::filesystem::create_directories(systemPath(path.parent_path()));
+        std::ofstream stream(systemPath(path), std::ios::binary);
         stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         if (!stream.flush()) {
             throw std::runtime_error("cannot write " + path.string());

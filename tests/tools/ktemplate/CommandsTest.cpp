@@ -5,9 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -56,7 +58,7 @@ protected:
     }
 
     [[nodiscard]] std::string cutOffLine() const {
-        return (folder_.path() / "cut.blk").string() + ": byte " +
+        return (folder_.path() / "cut.blk").generic_string() + ": byte " +
                std::to_string(resistor().bytes().size() - 4) +
                ", block 2, attribute count: end of file: 4 bytes are needed and 3 remain\n";
     }
@@ -104,20 +106,20 @@ TEST_F(CommandsTest, MakeRefusesJsonThatDoesNotFitAndLeavesTheFileThatIsThere) {
     const fs::path there = sound();
     EXPECT_EQ(ktemplate::make(json, there, console_), Status::unsound);
     EXPECT_EQ(err_.str(),
-              "ktemplate: " + json.string() + ": /version: is a string and has to be an integer\n");
+              "ktemplate: " + json.generic_string() + ": /version: is a string and has to be an integer\n");
     EXPECT_EQ(contentsOf(there), resistor().bytes());
 }
 
 TEST_F(CommandsTest, MakeTellsThatThereIsNoJson) {
     const fs::path missing = folder_.path() / "none.json";
     EXPECT_EQ(ktemplate::make(missing, folder_.path() / "a.blk", console_), Status::unsound);
-    EXPECT_EQ(err_.str(), "ktemplate: " + missing.string() + ": cannot be opened\n");
+    EXPECT_EQ(err_.str(), "ktemplate: " + missing.generic_string() + ": cannot be opened\n");
 }
 
 TEST_F(CommandsTest, MakeTellsThatTheTemplateCannotBeWritten) {
     const fs::path json = folder_.file("a.json", kJson);
     EXPECT_EQ(ktemplate::make(json, folder_.path(), console_), Status::unsound);
-    EXPECT_EQ(err_.str(), "ktemplate: " + folder_.path().string() + ": not a regular file\n");
+    EXPECT_EQ(err_.str(), "ktemplate: " + folder_.path().generic_string() + ": not a regular file\n");
 }
 
 TEST_F(CommandsTest, MakeDoesNotReplaceItsOwnSource) {
@@ -168,14 +170,14 @@ TEST_F(CommandsTest, ListsReadsAFileWhoseNameIsNotAscii) {
 TEST_F(CommandsTest, CheckTellsThatAFileIsSound) {
     const fs::path file = sound();
     EXPECT_EQ(ktemplate::check({file}, console_), Status::sound);
-    EXPECT_EQ(out_.str(), file.string() + ": sound, blocks: 2, attributes: 2\n");
+    EXPECT_EQ(out_.str(), file.generic_string() + ": sound, blocks: 2, attributes: 2\n");
 }
 
 TEST_F(CommandsTest, CheckTellsOfBytesAfterTheLastBlock) {
     const fs::path file = folder_.file("more.blk", TemplateBytes().header(0).raw("more").bytes());
     EXPECT_EQ(ktemplate::check({file}, console_), Status::sound);
-    EXPECT_EQ(out_.str(),
-              file.string() + ": sound, blocks: 0, attributes: 0, bytes ignored after the last block: 4\n");
+    EXPECT_EQ(out_.str(), file.generic_string() +
+                              ": sound, blocks: 0, attributes: 0, bytes ignored after the last block: 4\n");
 }
 
 TEST_F(CommandsTest, CheckTellsWhereAndWhyAFileIsNotSound) {
@@ -188,7 +190,7 @@ TEST_F(CommandsTest, CheckNamesTheAttributeWhereAFileEnds) {
         "a.blk", TemplateBytes().header(1).newClass().body(u"B", 1, 2).attribute(u"T", 1).bytes());
     ktemplate::check({file}, console_);
     EXPECT_EQ(out_.str(),
-              file.string() +
+              file.generic_string() +
                   ": byte 44, block 1, attribute 2, tag: end of file: 1 bytes are needed and 0 remain\n");
 }
 
@@ -196,34 +198,35 @@ TEST_F(CommandsTest, CheckTellsOfAnAbsurdBlockCount) {
     const fs::path file =
         folder_.file("a.blk", TemplateBytes().u32(1).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 63).bytes());
     EXPECT_EQ(ktemplate::check({file}, console_), Status::unsound);
-    EXPECT_EQ(out_.str(),
-              file.string() + ": byte 18, block count: more blocks are announced than any memory can hold\n");
+    EXPECT_EQ(out_.str(), file.generic_string() +
+                              ": byte 18, block count: more blocks are announced than any memory can hold\n");
 }
 
 TEST_F(CommandsTest, CheckTellsThatAFileIsMissing) {
     const fs::path file = folder_.path() / "none.blk";
     EXPECT_EQ(ktemplate::check({file}, console_), Status::unsound);
-    EXPECT_EQ(out_.str(), file.string() + ": cannot be opened: No such file or directory\n");
+    EXPECT_EQ(out_.str(),
+              file.generic_string() + ": cannot be opened: " + std::system_category().message(ENOENT) + "\n");
 }
 
 TEST_F(CommandsTest, CheckTellsThatSomebodyHoldsAFileOpen) {
     const fs::path file = sound();
     const std::ifstream holder(file);
     EXPECT_EQ(ktemplate::check({file}, console_), Status::unsound);
-    EXPECT_EQ(out_.str(), file.string() + ": somebody else holds the file open\n");
+    EXPECT_EQ(out_.str(), file.generic_string() + ": somebody else holds the file open\n");
 }
 
 TEST_F(CommandsTest, CheckGoesOnAfterAFileThatIsNotSound) {
     const fs::path file = sound();
     EXPECT_EQ(ktemplate::check({cutOff(), file}, console_), Status::unsound);
-    EXPECT_EQ(out_.str(), cutOffLine() + file.string() + ": sound, blocks: 2, attributes: 2\n");
+    EXPECT_EQ(out_.str(), cutOffLine() + file.generic_string() + ": sound, blocks: 2, attributes: 2\n");
 }
 
 TEST_F(CommandsTest, CheckSpellsOutWhatAFileSaysOfItself) {
     const fs::path file = folder_.file("a.blk", TemplateBytes().header(1).newClass("\x1B[2J").bytes());
     ktemplate::check({file}, console_);
-    EXPECT_EQ(out_.str(),
-              file.string() + ": byte 10, block 1, class: bad class: there is no class \"\\u{1b}[2J\"\n");
+    EXPECT_EQ(out_.str(), file.generic_string() +
+                              ": byte 10, block 1, class: bad class: there is no class \"\\u{1b}[2J\"\n");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <SystemPath.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -42,6 +44,6 @@ private:
 };
 
 inline std::string contentsOf(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(systemPath(path), std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }

@@ -38,23 +38,6 @@ TEST(WriteBeside, DoesNotWriteIntoTheOldFile) {
     EXPECT_EQ(contentsOf(folder.path() / "b"), "old");
 }
 
-TEST(WriteBeside, KeepsThePermissionsOfTheOldFile) {
-    const TempFolder folder;
-    const fs::path file = folder.file("a", "old");
-    fs::permissions(file, fs::perms::owner_read | fs::perms::owner_write);
-    writeBeside(file, "new");
-    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
-}
-
-TEST(WriteBeside, WritesToWhereALinkPoints) {
-    const TempFolder folder;
-    const fs::path file = folder.file("a", "old");
-    fs::create_symlink(file, folder.path() / "link");
-    writeBeside(folder.path() / "link", "new");
-    EXPECT_TRUE(fs::is_symlink(folder.path() / "link"));
-    EXPECT_EQ(contentsOf(file), "new");
-}
-
 TEST(WriteBeside, RefusesAFolder) {
     const TempFolder folder;
     EXPECT_THROW(writeBeside(folder.path(), "new"), std::runtime_error);

@@ -1,4 +1,4 @@
-#include "tests/model/ModelFixture.h"
+#include "tests/model/tests/ModelFixture.h"
 
 #include "tests/model/GraphModel.h"
 #include "tests/model/Opened.h"

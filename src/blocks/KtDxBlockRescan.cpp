@@ -15,6 +15,30 @@
 #include <tuple>
 #include <utility>
 
+namespace {
+
+/// Needs no memory, for want of which the last may have to go: what lies beyond the length stays where it is.
+void removeLast(KtDbObjectIdArray& ids) {
+    const std::size_t left = ids.length() - 1;
+    ids.setLogicalLengthZero();
+    for (std::size_t i = 0; i < left; ++i) {
+        ids.append(ids[i]);
+    }
+}
+
+/// A record that the owner could not take must be new again at the next update.
+void addRecord(KtDbObjectIdArray& recordIds, KtDbObjectId recordId, KtDxBlocks& owner, KtDxBlock* block) {
+    recordIds.append(recordId);
+    try {
+        owner.addRepresentation(recordId, block);
+    } catch (...) {
+        removeLast(recordIds);
+        throw;
+    }
+}
+
+} // namespace
+
 /// State of one rescan. Candidates and what was recorded before are in ascending order, so one walk compares
 /// them.
 struct KtDxBlock::Rescan {
@@ -52,8 +76,7 @@ Orbx::ErrorStatus KtDxBlock::update(KtDbObjectId recordId) {
     }
     try {
         if (!recordIds_.contains(recordId)) {
-            recordIds_.append(recordId);
-            owner_->addRepresentation(recordId, this);
+            addRecord(recordIds_, recordId, *owner_, this);
         }
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;

@@ -449,6 +449,12 @@ TEST_F(ThreeDocuments, AreAllRemovedInAscendingOrderOfAddress) {
     EXPECT_EQ(registry_->cachedRecord(), nullptr);
 }
 
+TEST_F(ThreeDocuments, AreRemovedAlsoWithoutARecord) {
+    registry_->records()[first_] = nullptr;
+    EXPECT_TRUE(registry_->removeData(first_));
+    EXPECT_FALSE(has(*first_));
+}
+
 TEST_F(ThreeDocuments, ArePassedOverWhenTheirRecordIsNull) {
     registry_->records()[first_] = nullptr;
     registry_->getData(second_, true);

@@ -128,6 +128,20 @@ TEST(ArchiveString, FailsForALengthOfTwoToThe63WithoutTakingMemory) {
     expectEndOfFileAt(18, utf16Marker().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 63).u8(0));
 }
 
+/// Says that it has more bytes than any memory.
+class EndlessSource : public MemorySource {
+public:
+    using MemorySource::MemorySource;
+
+    [[nodiscard]] std::uint64_t size() const override { return ~std::uint64_t{0}; }
+};
+
+TEST(ArchiveString, RunsOutOfMemoryForALengthThatTheFileHasAndNoTextCanHave) {
+    EndlessSource source(TemplateBytes().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 63).bytes());
+    ArchiveReader reader(source);
+    EXPECT_THROW(reader.readString(), std::bad_alloc);
+}
+
 TEST(ArchiveString, FailsForTheGreatestLengthOfEightBitCharacters) {
     expectEndOfFileAt(15, TemplateBytes().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(~0ULL).u8(0));
 }

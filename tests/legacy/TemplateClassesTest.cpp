@@ -72,6 +72,16 @@ TEST(CEattMain, DumpsTheNameOfItsClass) {
     EXPECT_EQ(dumpOf(CEattMain()), "a CObject\n");
 }
 
+TEST(CObject, HasNothingToStoreAndCannotBeBad) {
+    CEattUtil plain;
+    std::string bytes;
+    ArchiveWriter writer(bytes);
+    CArchive archive(writer);
+    plain.Serialize(archive);
+    plain.AssertValid();
+    EXPECT_EQ(bytes, "");
+}
+
 TEST(CEattBlockInfo, StartsSelectedAndEmpty) {
     const CEattBlockInfo made;
     EXPECT_TRUE(made.m_bSelected);

@@ -38,6 +38,10 @@ TEST(Utf16, KeepsAHighHalfBeforeALetter) {
     EXPECT_EQ(decoded({{0x00, 0xD8, 0x41, 0x00}}), lone(0xD800) + L"A");
 }
 
+TEST(Utf16, KeepsAHighHalfBeforeTheFirstUnitBehindTheLowHalves) {
+    EXPECT_EQ(decoded({{0x00, 0xD8, 0x00, 0xE0}}), lone(0xD800) + L"\uE000");
+}
+
 TEST(Utf16, KeepsAHighHalfAtTheEnd) {
     EXPECT_EQ(decoded({{0xFF, 0xDB}}), lone(0xDBFF));
 }

@@ -358,6 +358,13 @@ TEST_F(Timer, IsDestroyedWithoutADocument) {
     EXPECT_EQ(gTimerCount, 0U);
 }
 
+TEST_F(Timer, IsDestroyedWithoutADocumentThoughItsFlagIsSet) {
+    auto timer = std::make_unique<KtDxTimer>(nullptr, 0U);
+    std::ignore = timer->KtDxEnableBase::setEnabled(true);
+    timer.reset();
+    EXPECT_EQ(gTimerCount, 0U);
+}
+
 TEST_F(Timer, LastOneDeletesTheHookBeforeItLeavesTheSet) {
     struct WatchingHook : KtDxCmdLineHook {
         explicit WatchingHook(std::function<void()> theWatch) : watch(std::move(theWatch)) {}

@@ -12,6 +12,7 @@
 #include "kthost/database/OpenObjects.h"
 #include "kthost/database/References.h"
 #include "tests/support/FailingAllocation.h"
+#include "tests/support/MadeUpRecord.h"
 #include "tests/support/ModuleTest.h"
 
 #include <gmock/gmock.h>
@@ -353,6 +354,11 @@ TEST_F(TableQueries, TakeNoLayoutForATable) {
 
 TEST_F(TableQueries, TakeNothingForNoTable) {
     EXPECT_FALSE(isTableBlock(nullptr));
+}
+
+TEST_F(TableQueries, TakeABlockForNoTableWhoseNameIsNullOrEmpty) {
+    EXPECT_FALSE(isTableBlock(std::make_unique<MadeUpRecord>(nullptr).get()));
+    EXPECT_FALSE(isTableBlock(std::make_unique<MadeUpRecord>(std::wstring(L"\0T", 2).c_str()).get()));
 }
 
 TEST_F(TableQueries, TakeABlockWhoseNameCannotBeHadForNoTable) {

@@ -68,10 +68,17 @@ void runDetach(Session& session, Words& words) {
 
 void runReload(Session& session, Words& words) {
     const KtDbObjectId record = session.block(words.take("NAME"));
+    const std::wstring wideName(recordName(record));
+    const std::string name = toUtf8(wideName);
+    DrawingLoader loader;
+    if (words.takeIf(L"from")) {
+        loader =
+            loaderOf(std::filesystem::absolute(pathOf(words.take("FILE"))), wideName, session.progress());
+    }
     words.expectEnd();
-    const std::string name = toUtf8(recordName(record));
     session.edit(L"reload", [&](Database& database) {
-        requireRead(reloadDrawing(database, record), "'" + name + "' cannot be reloaded");
+        requireRead(loader ? reloadDrawing(database, record, loader) : reloadDrawing(database, record),
+                    "'" + name + "' cannot be reloaded");
     });
     session.say("reloaded " + name);
 }

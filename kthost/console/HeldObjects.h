@@ -27,7 +27,10 @@ public:
     /// Closes everything, the latest first; gives the number of openings. What went with its drawing needs no
     /// closing any more, and is not counted.
     std::size_t releaseAll();
-    /// The same for one drawing's objects, which is about to go.
+    /// Openings kept, with those that went with their drawing.
+    std::size_t count() const { return openings_.size(); }
+
+    /// The same as releaseAll for one drawing's objects, which is about to go.
     void releaseOf(const KtDbDatabase* database);
 
 private:

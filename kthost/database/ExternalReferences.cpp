@@ -205,6 +205,15 @@ Orbx::ErrorStatus detachDrawing(Database& database, KtDbObjectId record) {
 }
 
 Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record) {
+    const Orbx::ErrorStatus refusal = refusalOfDrawing(database.contents(), record);
+    if (refusal != Orbx::eOk) {
+        return refusal;
+    }
+    const std::shared_ptr<ExternalDrawing> drawing = peek<BlockTableRecord>(record)->fields().drawing;
+    return reloadDrawing(database, record, drawing->loader);
+}
+
+Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record, const DrawingLoader& loader) {
     DatabaseContents& contents = database.contents();
     if (const Orbx::ErrorStatus refusal = refusalOfDrawing(contents, record); refusal != Orbx::eOk) {
         return refusal;
@@ -214,8 +223,7 @@ Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record) {
         refusal != Orbx::eOk) {
         return refusal;
     }
-    const std::shared_ptr<ExternalDrawing> before = peek<BlockTableRecord>(record)->fields().drawing;
-    const std::shared_ptr<ExternalDrawing> after = load(before->loader);
+    const std::shared_ptr<ExternalDrawing> after = load(loader);
     if (after == nullptr) {
         return Orbx::eFileAccess;
     }

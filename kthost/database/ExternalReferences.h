@@ -30,5 +30,7 @@ Orbx::ErrorStatus detachDrawing(Database& database, KtDbObjectId record);
 /// and every dependent record are opened for modify. The drawing as it was stays in memory as long as undo
 /// can bring it back; with undo recording off its objects are released at once.
 Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record);
+/// The same from somewhere else, now and from then on.
+Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record, const DrawingLoader& loader);
 
 } // namespace kthost

@@ -1,0 +1,85 @@
+#include "tests/histories/Histories.h"
+
+#include "tests/histories/CrashScript.h"
+#include "tests/histories/Generator.h"
+#include "tests/histories/Stage.h"
+
+namespace histories {
+
+namespace {
+
+std::string kindOf(const std::string& failure) {
+    return failure.substr(0, failure.find(':'));
+}
+
+/// Plays lines one by one, and notes them.
+class Playing {
+public:
+    /// False when something is wrong.
+    bool run(const std::string& line) {
+        outcome_.history.push_back(line);
+        script_.add(line);
+        outcome_.failure = stage_.run(line);
+        return outcome_.failure.empty();
+    }
+
+    Outcome end() {
+        if (outcome_.failure.empty()) {
+            outcome_.failure = stage_.end();
+        }
+        outcome_.tally = stage_.tally();
+        script_.discard();
+        return std::move(outcome_);
+    }
+
+    kthost::Session& session() { return stage_.session(); }
+
+private:
+    CrashScript script_;
+    Stage stage_;
+    Outcome outcome_;
+};
+
+} // namespace
+
+Outcome playRandom(std::uint32_t seed) {
+    Playing playing;
+    Generator generator(playing.session(), KTDX_HISTORY_DRAWINGS, seed);
+    bool well = true;
+    for (const std::string& line : generator.opening()) {
+        well = well && playing.run(line);
+    }
+    for (std::size_t count = 0; well && count < generator.length(); ++count) {
+        well = playing.run(generator.next());
+    }
+    return playing.end();
+}
+
+Outcome play(const History& history) {
+    Playing playing;
+    bool well = true;
+    for (const std::string& line : history) {
+        well = well && playing.run(line);
+    }
+    return playing.end();
+}
+
+History shrinkFault(const Outcome& outcome) {
+    const std::string kind = kindOf(outcome.failure);
+    return shrink(outcome.history, [&kind](const History& history) {
+        const Outcome shorter = play(history);
+        return !shorter.failure.empty() && kindOf(shorter.failure) == kind;
+    });
+}
+
+std::string describeFault(const Outcome& outcome, std::uint32_t seed) {
+    const History shortest = shrinkFault(outcome);
+    std::string text = "seed " + std::to_string(seed) + ", line " + std::to_string(outcome.history.size()) +
+                       ": " + outcome.failure + "\nThis script shows it:\n";
+    for (const std::string& line : shortest) {
+        text += line + "\n";
+    }
+    return text + "# " + play(shortest).failure;
+}
+
+} // namespace histories

@@ -79,9 +79,10 @@ std::uint32_t KtDxBlocks::countReferences(KtDbObjectId block, KtDbObjectId conta
     return found ? static_cast<std::uint32_t>(entry->second->length()) : 0;
 }
 
+/// Of a key.
 KtDxBlock::References* KtDxBlocks::referencesOf(KtDbObjectId block) const {
-    const auto entry = blockMonitors_.find(block);
-    return entry == blockMonitors_.end() || entry->second == nullptr ? nullptr : entry->second->references();
+    KtDxBlock* monitor = blockMonitors_.at(block);
+    return monitor == nullptr ? nullptr : monitor->references();
 }
 
 std::uint32_t KtDxBlocks::countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,

@@ -3,6 +3,10 @@
 #include "tests/support/FailingAllocation.h"
 #include "tests/support/MadeUpRecord.h"
 
+#include <KtDbBlockReference.h>
+#include <KtDbBlockRepresentation.h>
+#include <KtRxClass.h>
+
 #include <functional>
 #include <stdexcept>
 
@@ -220,6 +224,17 @@ TEST_F(UnusualMonitor, IsDestroyedThoughTheBlockTableCannotBeLetGoOf) {
     EXPECT_EQ(heardBy(gone), Ids{drawing().blockTableId()});
     const OpenedObject<KtDbObject> blockTable(drawing().blockTableId(), KtDb::kForNotify);
     must(blockTable->removeReactor(gone));
+}
+
+TEST_F(UnusualMonitor, TakesAnAnonymousRecordForItsOwnKeyWithoutTheProtocol) {
+    const KtDbObjectId pump = edit_.defineDynamic(L"pump 2");
+    must(blocks().scanBlockTable());
+    const KtDbObjectId first = edit_.represent(pump, L"1");
+    edit_.insert(first);
+    KtRxObject* extension = KtDbBlockReference::desc()->removeX(KtDbBlockRepresentation::desc());
+    EXPECT_EQ(blocks().scanBlockTable(), Orbx::eOk);
+    KtDbBlockReference::desc()->addX(KtDbBlockRepresentation::desc(), extension);
+    EXPECT_EQ(monitorOf(first)->blockId(), first);
 }
 
 using UnusualWalk = BlocksTest;

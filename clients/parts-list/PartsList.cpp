@@ -95,6 +95,9 @@ void PartsList::attach() {
 void PartsList::listen() {
     listener_.listenTo(knownRecords_);
     listener_.listenTo(listReferences(withRepresentations(source_.definitions(*document_.database()))));
+    if (drawn_) {
+        listener_.listenTo({drawn_->id()});
+    }
     listener_.forget();
 }
 
@@ -111,6 +114,8 @@ void PartsList::refresh(bool always) {
     PartsTable fresh = extract();
     if (always || fresh != table_) {
         take(std::move(fresh));
+    } else if (drawn_ && drawn_->isThere()) {
+        drawOrReport(); // undo may have brought cells of long ago back
     }
     listen(); // behind the drawing of the table, which touches it
 }
@@ -123,12 +128,17 @@ void PartsList::take(PartsTable fresh) {
 }
 
 void PartsList::publish() {
+    drawOrReport();
+    writeFile();
+}
+
+/// A table that cannot be drawn is no reason to keep the file waiting.
+void PartsList::drawOrReport() {
     try {
         drawTable();
-    } catch (const Refusal& refusal) { // no reason to keep the file waiting
+    } catch (const Refusal& refusal) {
         print(refusal.reason());
     }
-    writeFile();
 }
 
 void PartsList::writeFile() const {

@@ -47,6 +47,7 @@ private:
     void attach();
     void listen();
     void publish();
+    void drawOrReport();
     void writeFile() const;
     void drawTable();
     void checkFile() const;

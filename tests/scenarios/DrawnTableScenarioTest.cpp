@@ -94,6 +94,19 @@ TEST_F(DrawnTableScenario, IsDrawnAnewWhenUndoBringsAnEarlierStateBack) {
     EXPECT_EQ(cell(1, 4), L"2k");
 }
 
+/// The first list is watched while the second one's table is drawn, so KtDxNotify does not know its record
+/// yet.
+TEST_F(DrawnTableScenario, IsDrawnAnewWhenUndoBringsItBackAndTheListIsWhatItWas) {
+    run("parts R as table 90,90");
+    table_ = referencesTo(recordByName(drawing(), L"*T2")).at(0);
+    run("typing on");
+    run("set R1 Value 2k");
+    run("typing off");
+    run("move " + handle() + " 70,70"); // drawn behind it, and not kept for undo
+    run("undo");
+    EXPECT_EQ(cell(1, 4), L"2k");
+}
+
 TEST_F(DrawnTableScenario, SaysOnceThatItIsErased) {
     const std::string said = run("erase " + handle()) + run("set R1 Value 2k") + run("set R1 Value 3k");
     EXPECT_EQ(count(said, "is erased and not drawn"), 1);

@@ -48,7 +48,7 @@ bool InProcessModules::run(const std::string& line) {
         loadNotify();
     } else if (line == "unload KtDxNotify.kmx") {
         demand(application_ != nullptr, "it is not loaded");
-        application_.reset();
+        unloadNotify();
     } else if (line == "load PartsList.kmx") {
         loadPartsList();
     } else if (line == "unload PartsList.kmx") {
@@ -68,13 +68,19 @@ bool InProcessModules::run(const std::string& line) {
 void InProcessModules::unloadAll() {
     unloadPuppets();
     unloadPartsList();
-    application_.reset();
+    unloadNotify();
 }
 
 void InProcessModules::loadNotify() {
     demand(application_ == nullptr, "it is loaded already");
     gIdleCheckMessage = 0; // as in a module that has just been loaded
     application_ = std::make_unique<KtDxApplication>();
+    twin_ = std::make_unique<ktmodel::Twin>();
+}
+
+void InProcessModules::unloadNotify() {
+    application_.reset();
+    twin_.reset();
 }
 
 void InProcessModules::loadPartsList() {

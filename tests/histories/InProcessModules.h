@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/KtDxApplication.h"
+#include "tests/model/Twin.h"
 
 #include <memory>
 #include <string>
@@ -26,6 +27,9 @@ public:
     bool run(const std::string& line);
     void unloadAll();
 
+    /// Null while KtDxNotify is not loaded.
+    ktmodel::Twin* twin() const { return twin_.get(); }
+
     bool isNotifyLoaded() const { return application_ != nullptr; }
 
     /// Null while PartsList is not loaded.
@@ -34,11 +38,13 @@ public:
 private:
     void loadNotify();
     void loadPartsList();
+    void unloadNotify();
     void unloadPartsList();
     void loadPuppets();
     void unloadPuppets();
 
     std::unique_ptr<KtDxApplication> application_;
+    std::unique_ptr<ktmodel::Twin> twin_; // made behind it, and gone behind it
     std::unique_ptr<parts::Watches> watches_;
     bool puppets_ = false;
 };

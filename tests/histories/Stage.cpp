@@ -24,7 +24,18 @@ std::string Stage::run(const std::string& line) {
     list_.afterLine(line, done);
     kthost::Document* document = idleChecks_.takeDone();
     tally_.idleChecks += document == nullptr ? 0U : 1U;
-    const std::string failure = document == nullptr ? "" : list_.failure(*document);
+    return document == nullptr ? "" : failureAt(*document);
+}
+
+std::string Stage::failureAt(kthost::Document& document) {
+    if (modules_.twin() != nullptr) {
+        const std::string difference =
+            modules_.twin()->difference({{document.name(), questions_.about(document)}});
+        if (!difference.empty()) {
+            return "model: the module differs from it:\n" + difference;
+        }
+    }
+    const std::string failure = list_.failure(document);
     return failure.empty() ? "" : "parts list: " + failure;
 }
 

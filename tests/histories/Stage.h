@@ -6,6 +6,7 @@
 #include "tests/histories/InProcessModules.h"
 #include "tests/histories/ListCheck.h"
 #include "tests/histories/NullStream.h"
+#include "tests/histories/Questions.h"
 #include "tests/histories/Tally.h"
 
 #include <string>
@@ -34,6 +35,7 @@ public:
 
 private:
     bool perform(const std::string& line);
+    std::string failureAt(kthost::Document& document);
 
     kthost::Host host_;
     NullStream out_;
@@ -41,6 +43,7 @@ private:
     IdleChecks idleChecks_;
     InProcessModules modules_;
     ListCheck list_{console_.session(), modules_};
+    Questions questions_;
     Tally tally_;
     std::string refusal_;
 };

@@ -32,8 +32,8 @@ BOOL WINAPI answerPostMessage(HWND window, UINT message, WPARAM wParam, LPARAM l
 }
 
 struct Answer {
+    const wchar_t* library;
     const char* name;
-    const void* system;
     const void* host;
     bool byHost = false;
 };
@@ -41,14 +41,16 @@ struct Answer {
 /// In the order of WindowCall. This library's own imports stay as they are, so what it calls is the system's.
 std::array<Answer, 3>& answers() {
     static std::array<Answer, 3> all{{
-        {"GetTickCount", reinterpret_cast<const void*>(&::GetTickCount),
-         reinterpret_cast<const void*>(&answerTickCount)},
-        {"GetInputState", reinterpret_cast<const void*>(&::GetInputState),
-         reinterpret_cast<const void*>(&answerInputState)},
-        {"PostMessageW", reinterpret_cast<const void*>(&::PostMessageW),
-         reinterpret_cast<const void*>(&answerPostMessage)},
+        {L"kernel32.dll", "GetTickCount", reinterpret_cast<const void*>(&answerTickCount)},
+        {L"user32.dll", "GetInputState", reinterpret_cast<const void*>(&answerInputState)},
+        {L"user32.dll", "PostMessageW", reinterpret_cast<const void*>(&answerPostMessage)},
     }};
     return all;
+}
+
+/// The system's own function. Its name alone may stand for a piece of this library that leads there.
+const void* systemsAnswer(const Answer& answer) {
+    return reinterpret_cast<const void*>(GetProcAddress(GetModuleHandleW(answer.library), answer.name));
 }
 
 } // namespace
@@ -59,8 +61,9 @@ void setAnswered(WindowCall call, bool byHost) {
         return;
     }
     answer.byHost = byHost;
+    const void* address = byHost ? answer.host : systemsAnswer(answer);
     for (const HMODULE image : imagesLinkedAgainstHost()) {
-        redirectImport(image, answer.name, byHost ? answer.host : answer.system);
+        redirectImport(image, answer.name, address);
     }
 }
 

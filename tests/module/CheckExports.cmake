@@ -1,5 +1,16 @@
-# The module shows its plain exports and nothing else. NM lists the symbols of MODULE.
-execute_process(COMMAND ${NM} -D --defined-only ${MODULE} OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+# The module shows its plain exports and nothing else: those of MODULE, as NM lists its symbols or, for a Windows
+# library, as OBJDUMP shows its table.
+if(OBJDUMP)
+  execute_process(COMMAND ${OBJDUMP} -p ${MODULE} OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCH "Export Address Table[ \t]+([0-9a-f]+)" line "${listing}")
+  math(EXPR count "0x0${CMAKE_MATCH_1}")
+  string(REGEX REPLACE ".*\n\\[Ordinal/Name Pointer\\] Table[^\n]*\n" "" listing "${listing}")
+  string(REGEX REPLACE "\n\n.*" "" listing "${listing}")
+else()
+  execute_process(COMMAND ${NM} -D --defined-only ${MODULE} OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+endif()
+string(REPLACE "[" "(" listing "${listing}")
+string(REPLACE "]" ")" listing "${listing}")
 string(REGEX MATCHALL "[^\n]+" lines "${listing}")
 list(TRANSFORM lines REPLACE "^.* " "")
 list(SORT lines)
@@ -8,4 +19,7 @@ set(expected ktdxBlockReferenceMonitorAttach ktdxBlockReferenceMonitorDetach ktd
     ktrxEntryPoint ktrxGetApiVersion)
 if(NOT lines STREQUAL expected)
   message(FATAL_ERROR "${MODULE} exports\n  ${lines}\ninstead of\n  ${expected}")
+endif()
+if(OBJDUMP AND NOT count EQUAL 9)
+  message(FATAL_ERROR "${MODULE} exports ${count} functions, of which nine have a name")
 endif()

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace kthost {
@@ -123,14 +124,35 @@ TEST_F(ModuleLoading, RefusesTheSameFileTwice) {
     EXPECT_EQ(second.reason, "GoodModule.kmx is loaded already");
 }
 
+/// Another name of a module's file while it lives.
+class SecondName {
+public:
+    SecondName(const char* module, const char* name) : file_(testModule(name)) {
+        remove();
+        std::filesystem::create_hard_link(testModule(module), file_);
+    }
+
+    ~SecondName() { remove(); }
+
+    SecondName(const SecondName&) = delete;
+    SecondName& operator=(const SecondName&) = delete;
+
+    const std::filesystem::path& file() const { return file_; }
+
+private:
+    void remove() const {
+        std::error_code ignored;
+        std::filesystem::remove(file_, ignored);
+    }
+
+    std::filesystem::path file_;
+};
+
 TEST_F(ModuleLoading, RefusesTheSameFileUnderAnotherPath) {
+    const SecondName link("GoodModule.kmx", "GoodLink.kmx");
     ASSERT_TRUE(modules.load(testModule("GoodModule.kmx")));
-    const std::filesystem::path link = testModule("GoodLink.kmx");
-    std::filesystem::remove(link);
-    std::filesystem::create_hard_link(testModule("GoodModule.kmx"), link);
-    const HostResult second = modules.load(link);
-    std::filesystem::remove(link);
-    EXPECT_EQ(second.status, Orbx::eDuplicateKey);
+    EXPECT_EQ(modules.load(link.file()).status, Orbx::eDuplicateKey);
+    EXPECT_TRUE(modules.unload("GoodModule.kmx")); // a file that is loaded cannot be removed everywhere
 }
 
 TEST_F(ModuleLoading, LoadsAgainAfterUnloading) {

@@ -43,9 +43,9 @@ TEST_F(ResourceLibrary, IsNotLoadedWhenNoEntryPointRuns) {
 
 TEST_F(ResourceLibrary, IsNotLookedForInTheCurrentFolder) {
     const std::filesystem::path elsewhere = std::filesystem::path(testing::TempDir()) / "module_elsewhere";
+    std::filesystem::remove_all(elsewhere); // of an earlier run
     std::filesystem::create_directories(elsewhere);
-    std::filesystem::copy_file(testModule("ResourceModule.kmx"), elsewhere / "ResourceModule.kmx",
-                               std::filesystem::copy_options::overwrite_existing);
+    std::filesystem::copy_file(testModule("ResourceModule.kmx"), elsewhere / "ResourceModule.kmx");
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(KTHOST_TEST_MODULES);
     const HostResult result = modules.load(elsewhere / "ResourceModule.kmx");

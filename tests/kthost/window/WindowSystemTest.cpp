@@ -84,6 +84,9 @@ TEST_F(Window, TakesNoMessagesForAnotherWindow) {
 
 TEST_F(Window, HasNoInputWaitingUnlessToldSo) {
     EXPECT_EQ(GetInputState(), 0);
+}
+
+TEST_F(Window, HasInputWaitingWhenToldSo) {
     window.setInputWaiting(true);
     EXPECT_NE(GetInputState(), 0);
 }

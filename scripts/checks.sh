@@ -8,12 +8,18 @@ check_format() {
   our_sources | xargs clang-format-14 --dry-run -Werror
 }
 
-# Operating systems are told apart in the seam and behind it, nowhere else in the module or the host.
+# Operating systems and compilers are told apart, and their own headers used, in the seam and behind it, and nowhere
+# else in the module, the host, its clients and the tools. Names that the compilers reserve for that are looked for
+# wherever they stand, so also in a condition's second line; words that could mean something else, in conditions only.
 check_platform_walls() {
-  local found
-  found=$(git grep -nE '#[[:space:]]*(el)?if.*\b(_WIN32|_WIN64|__linux__|__unix__|__APPLE__|__MINGW32__|_MSC_VER)\b' -- src ':!src/host' kthost ':!kthost/window' || true)
+  local reserved plain headers found
+  reserved='\b(_+WIN(32|64|NT)_*|_+(linux|unix|gnu_linux|APPLE|MACH|FreeBSD|ANDROID|CYGWIN|MSYS)_*|_MSC_[A-Z_]+|__MINGW[0-9A-Z_]*|__GNUC__|__clang__|__GLIBC__|_POSIX_[A-Z_]+)\b'
+  plain='^[[:space:]]*#[[:space:]]*(el)?if.*\b(WIN32|WIN64|WINNT|linux|unix)\b'
+  headers='<(windows|win[a-z]+|psapi|shell[a-z]+|io|direct|process|tchar|unistd|fcntl|dlfcn|link|pthread|poll|signal|termios|langinfo|cxxabi|sys/[a-z]+)\.h>'
+  found=$(git grep --untracked -nE -e "$reserved" -e "$plain" -e "$headers" -- \
+    '*.h' '*.cpp' ':!include' ':!tests' ':!fuzz' ':!src/host' ':!kthost/window' || true)
   if [ -n "$found" ]; then
-    printf 'an operating system is told apart outside src/host and kthost/window:\n%s\n' "$found" >&2
+    printf 'a system or a compiler is told apart outside src/host and kthost/window:\n%s\n' "$found" >&2
     return 1
   fi
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kthost/window/TypeName.h"
+
 #include <cstring>
 #include <string>
 #include <typeinfo>
@@ -12,9 +14,6 @@ struct CodeOrigin {
     const void* code = nullptr;
     std::string className; ///< empty for plain functions
 };
-
-/// The name of a C++ type as people write it.
-std::string readableTypeName(const std::type_info& type);
 
 /// Address of an object's table of virtual functions; it lies in the module that the object's class does.
 inline const void* virtualTableOf(const void* object) {

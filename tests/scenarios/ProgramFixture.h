@@ -11,10 +11,11 @@
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
-/// The host's program itself, in a folder of its own.
+/// The programs themselves, in a folder of their own.
 class ProgramFixture : public testing::Test {
 protected:
     using Words = std::vector<std::string>;
@@ -27,7 +28,10 @@ protected:
         std::filesystem::create_directories(folder_);
     }
 
-    void TearDown() override { std::filesystem::remove_all(folder_); }
+    void TearDown() override {
+        std::error_code ignored; // a system's services may keep a program's streams open for a while
+        std::filesystem::remove_all(folder_, ignored);
+    }
 
     static std::string binary(const std::string& name) { return std::string(KTDX_BINARIES) + "/" + name; }
 
@@ -49,8 +53,11 @@ protected:
 
     /// Exit status.
     int run(Words arguments, std::string input = "") {
-        outcome_ = program::run(binary("kthost"), folder_,
-                                {.arguments = std::move(arguments), .input = std::move(input)});
+        return runProgram("kthost", {.arguments = std::move(arguments), .input = std::move(input)});
+    }
+
+    int runProgram(const std::string& name, const program::Given& given) {
+        outcome_ = program::run(binary(name), folder_, given);
         return outcome_.status;
     }
 

@@ -81,11 +81,10 @@ TEST_F(KtHostProgram, AModuleThatCannotBeLoadedEndsWith1) {
 
 TEST_F(KtHostProgram, TakesPathsOutsideAsciiWhateverTheLocale) {
     write(folder_ / u8"Plan Ω.script", "new plan\n");
-    const program::Outcome outcome =
-        program::run(binary("kthost"), folder_,
-                     {.arguments = {"--script", "Plan Ω.script", "--trace", "Spur µ.jsonl"},
-                      .environment = {{"LC_ALL", "C"}}});
-    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_EQ(runProgram("kthost", {.arguments = {"--script", "Plan Ω.script", "--trace", "Spur µ.jsonl"},
+                                    .environment = {{"LC_ALL", "C"}}}),
+              0)
+        << outcome_.errors;
     EXPECT_THAT(read(folder_ / u8"Spur µ.jsonl"), HasSubstr("\"event\""));
 }
 

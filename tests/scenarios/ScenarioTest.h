@@ -12,6 +12,7 @@
 #include <iterator>
 #include <sstream>
 #include <string>
+#include <system_error>
 
 namespace kthost {
 
@@ -28,8 +29,6 @@ protected:
         std::filesystem::remove_all(folder_);
         std::filesystem::create_directories(folder_);
     }
-
-    void TearDown() override { std::filesystem::remove_all(folder_); }
 
     static std::string binary(const std::string& name) { return std::string(KTDX_BINARIES) + "/" + name; }
 
@@ -70,7 +69,17 @@ protected:
 
     Database& drawing() { return console_.session().drawing(); }
 
+    struct Removal {
+        const std::filesystem::path& folder;
+
+        ~Removal() {
+            std::error_code ignored; // a test's result does not hang on it
+            std::filesystem::remove_all(folder, ignored);
+        }
+    };
+
     std::filesystem::path folder_;
+    Removal removal_{folder_}; // behind the host, which may have libraries of it open
     Host host_;
     std::ostringstream out_;
     Console console_{host_, out_};

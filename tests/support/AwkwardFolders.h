@@ -53,7 +53,10 @@ public:
     /// folders can cope with this one.
     ~Folder() {
         std::error_code ignored; // a test's result does not hang on it
-        std::filesystem::rename(systemPath(path_), parent_ / "left", ignored);
+        for (int part = 0; path_ != parent_; ++part) {
+            std::filesystem::rename(systemPath(path_), parent_ / std::to_string(part), ignored);
+            path_ = path_.parent_path();
+        }
     }
 
     /// As programs are given it.

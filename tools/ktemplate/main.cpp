@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -37,18 +38,24 @@ void declare(CLI::App& app, Request& request) {
     check->add_option("FILE", request.files, "templates")->required();
 }
 
+std::filesystem::path toPath(const std::string& utf8) {
+    return {std::u8string(utf8.begin(), utf8.end())};
+}
+
 ktemplate::Status carryOut(const CLI::App& app, const Request& request) {
     const ktemplate::Console console{std::cout, std::cerr, kthost::isTerminal(kthost::StandardStream::error)};
     if (app.got_subcommand("show")) {
-        return ktemplate::show(request.file, request.json, console);
+        return ktemplate::show(toPath(request.file), request.json, console);
     }
     if (app.got_subcommand("make")) {
-        return ktemplate::make(request.from, request.to, console);
+        return ktemplate::make(toPath(request.from), toPath(request.to), console);
     }
     if (app.got_subcommand("lists")) {
-        return ktemplate::lists(request.file, console);
+        return ktemplate::lists(toPath(request.file), console);
     }
-    return ktemplate::check({request.files.begin(), request.files.end()}, console);
+    std::vector<std::filesystem::path> files(request.files.size());
+    std::transform(request.files.begin(), request.files.end(), files.begin(), toPath);
+    return ktemplate::check(files, console);
 }
 
 } // namespace
@@ -61,6 +68,7 @@ int main(int argc, char** argv) {
         "Reads and writes attribute-extraction templates. Exits with 0 when all is sound, 1 when it is not, "
         "and 2 when it is called wrongly.",
         "ktemplate");
+    app.allow_windows_style_options(false); // a word that begins with "/" is a path
     Request request;
     try {
         declare(app, request);

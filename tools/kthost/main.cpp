@@ -157,6 +157,7 @@ int main(int argc, char** argv) {
     std::reverse(words.begin(), words.end()); // the parser takes them from the back
     Arguments arguments;
     CLI::App app("A headless CAD host that loads run-time modules and runs commands on schematics", "kthost");
+    app.allow_windows_style_options(false); // a word that begins with "/" is a path
     declare(app, arguments);
     try {
         app.parse(std::move(words));

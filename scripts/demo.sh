@@ -8,23 +8,25 @@ from_caller() {
   esac
 }
 
-# run_demo [DRAWING [SCRIPT]]. The scripts compare the client's table with a fresh extraction after every edit, and a
-# difference ends them.
+# play_demo BIN OUT [DRAWING [SCRIPT]]: the demo with the programs in a folder, in a folder of its own. Both are absolute
+# paths. The scripts compare the client's table with a fresh extraction after every edit, and a difference ends them.
+play_demo() {
+  local bin=$1 out=$2 drawing=sensor-node.kicad_sch script=demo.script
+  if [ $# -ge 3 ]; then
+    drawing=$(from_caller "$3")
+    script=any-drawing.script
+  fi
+  if [ $# -ge 4 ]; then
+    script=$(from_caller "$4")
+  fi
+  mkdir -p "$out"
+  cp samples/*.* "$out"
+  (cd "$out" && "$bin/kthost" --load "$bin/KtDxNotify.kmx" --load "$bin/PartsList.kmx" --script "$script" "$drawing") || return
+  echo "demo: done; what it wrote is in ${out#"$PWD"/}/"
+}
+
 run_demo() {
-  local bin=$PWD/build/release/bin out=$PWD/build/demo drawing script
   require "$needs_to_build"
   build release kthost KtDxNotify KtDxNotifyRes PartsList ktemplate
-  mkdir -p "$out"
-  cp samples/* "$out"
-  drawing=$out/sensor-node.kicad_sch
-  script=$out/demo.script
-  if [ $# -ge 1 ]; then
-    drawing=$(from_caller "$1")
-    script=$out/any-drawing.script
-  fi
-  if [ $# -ge 2 ]; then
-    script=$(from_caller "$2")
-  fi
-  (cd "$out" && "$bin/kthost" --load "$bin/KtDxNotify.kmx" --load "$bin/PartsList.kmx" --script "$script" "$drawing")
-  echo "demo: done; what it wrote is in ${out#"$PWD"/}/"
+  play_demo "$PWD/build/release/bin" "$PWD/build/demo" "$@"
 }

@@ -18,6 +18,8 @@ export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all}
 # Neither the .NET nor the HTML engine is wanted, and asking for them would open a window.
 export WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe='
 unset DISPLAY WAYLAND_DISPLAY
+# In a locale without UTF-8 Wine takes names outside ASCII for something else. One and the same for everybody.
+export LC_ALL=C.UTF-8
 
 if [ ! -f "$WINEPREFIX/ready" ]; then
   # Several programs may start at once, and only one may make the prefix.

@@ -6,7 +6,6 @@ MinGW-w64 for C, with POSIX threads|gcc-mingw-w64-x86-64-posix|has x86_64-w64-mi
 Wine|wine|has wine
 64-bit Wine|wine64|has_wine64
 sources of GoogleTest|googletest|test -e /usr/src/googletest/CMakeLists.txt
-zip|zip|has zip
 unzip|unzip|has unzip'
 
 windows_build=build/windows
@@ -44,10 +43,18 @@ sum_up_windows_tests() {
   fi
 }
 
+# The tests, and then the package: what its programs do under Wine, held against those of this system.
+test_under_wine() {
+  ctest --preset windows || return
+  tests/platforms/run.sh "$PWD/build/release/bin" "$PWD/$(windows_package)" "$PWD/$windows_build/platforms"
+}
+
 test_windows() {
   require "$needs_to_build$needs_to_test$needs_for_windows"
   rm -rf "$windows_build/test_results"
   build windows
-  with_wine ctest --preset windows
+  make_windows_package
+  build release kthost KtDxNotify KtDxNotifyRes PartsList BlockWatch ktemplate
+  with_wine test_under_wine
   sum_up_windows_tests
 }

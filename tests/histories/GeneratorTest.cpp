@@ -50,6 +50,10 @@ TEST(Generator, ListsAreComparedAtManyIdleChecks) {
     EXPECT_GT(3 * tallyOfSome().listChecks, tallyOfSome().idleChecks);
 }
 
+TEST(Generator, TheModuleIsHeldAgainstTheModelAtMostIdleChecks) {
+    EXPECT_GT(2 * tallyOfSome().comparisons, tallyOfSome().idleChecks);
+}
+
 TEST(Generator, MostLinesEndInAnIdleCheck) {
     std::size_t lines = 0;
     for (const auto& [kind, counts] : tallyOfSome().lines) {

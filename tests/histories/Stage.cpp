@@ -1,7 +1,10 @@
 #include "tests/histories/Stage.h"
 
+#include "kthost/database/DatabaseContents.h"
 #include "notify/KtDxCmdLineHook.h"
 #include "notify/KtDxTimer.h"
+#include "tests/model/Observer.h"
+#include "tests/scenario_modules/puppets/PuppetFunctions.h"
 
 namespace histories {
 
@@ -9,6 +12,20 @@ namespace {
 
 /// Far from 0, where every timer would have fired.
 constexpr DWORD kFirstTick = 1'000'000;
+
+constexpr std::uint64_t kMostObjectsOfSmall = 1500;
+constexpr std::size_t kChecksOfLarge = 8;
+
+/// The model knows callbacks by their addresses.
+std::string withNamesOfPuppets(std::string text) {
+    for (std::size_t number = 0; number < puppets::kCount; ++number) {
+        const std::string address = std::to_string(ktmodel::numberOf(puppets::functionOf(number)));
+        for (std::size_t at = text.find(address); at != std::string::npos; at = text.find(address, at)) {
+            text.replace(at, address.size(), "puppet " + std::to_string(number));
+        }
+    }
+    return text;
+}
 
 } // namespace
 
@@ -28,15 +45,30 @@ std::string Stage::run(const std::string& line) {
 }
 
 std::string Stage::failureAt(kthost::Document& document) {
-    if (modules_.twin() != nullptr) {
-        const std::string difference =
-            modules_.twin()->difference({{document.name(), questions_.about(document)}});
-        if (!difference.empty()) {
-            return "model: the module differs from it:\n" + difference;
-        }
+    std::string failure =
+        mayWait(document) ? "" : differenceFromModel({{document.name(), questions_.about(document)}});
+    if (failure.empty()) {
+        failure = list_.failure(document);
+        failure.insert(0, failure.empty() ? "" : "parts list: ");
     }
-    const std::string failure = list_.failure(document);
-    return failure.empty() ? "" : "parts list: " + failure;
+    return failure;
+}
+
+/// What is recorded of a large drawing takes long to compare, and what went wrong can be seen later as well.
+bool Stage::mayWait(kthost::Document& document) {
+    const std::uint64_t objects =
+        kthost::ObjectStore::instance().lastHandle(document.database()->contents().slot);
+    return objects > kMostObjectsOfSmall && tally_.idleChecks % kChecksOfLarge != 0;
+}
+
+std::string
+Stage::differenceFromModel(const std::map<std::wstring, std::vector<ktmodel::GraphQuestion>>& questions) {
+    if (modules_.twin() == nullptr) {
+        return "";
+    }
+    ++tally_.comparisons;
+    const std::string difference = modules_.twin()->difference(questions);
+    return difference.empty() ? "" : "model: the module differs from it:\n" + withNamesOfPuppets(difference);
 }
 
 bool Stage::perform(const std::string& line) {
@@ -59,6 +91,9 @@ Tally Stage::tally() const {
 }
 
 std::string Stage::end() {
+    if (std::string failure = differenceFromModel({}); !failure.empty()) {
+        return failure;
+    }
     console_.session().held().releaseAll();
     host_.documents().closeAll();
     modules_.unloadAll();

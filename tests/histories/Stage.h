@@ -9,7 +9,9 @@
 #include "tests/histories/Questions.h"
 #include "tests/histories/Tally.h"
 
+#include <map>
 #include <string>
+#include <vector>
 
 namespace histories {
 
@@ -36,6 +38,9 @@ public:
 private:
     bool perform(const std::string& line);
     std::string failureAt(kthost::Document& document);
+    bool mayWait(kthost::Document& document);
+    std::string
+    differenceFromModel(const std::map<std::wstring, std::vector<ktmodel::GraphQuestion>>& questions);
 
     kthost::Host host_;
     NullStream out_;

@@ -22,6 +22,7 @@ void Tally::add(const Tally& other) {
     }
     idleChecks += other.idleChecks;
     listChecks += other.listChecks;
+    comparisons += other.comparisons;
 }
 
 std::string kindOfLine(const std::string& line) {

@@ -16,6 +16,7 @@ struct Tally {
     std::map<std::string, Lines> lines; ///< by what they do, such as "insert" or "puppet attach"
     std::size_t idleChecks = 0;
     std::size_t listChecks = 0;
+    std::size_t comparisons = 0; ///< with the model
 
     void add(const Tally& other);
 };

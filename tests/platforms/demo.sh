@@ -6,15 +6,37 @@ without_folder() {
   sed '$s/^\(demo: done; what it wrote is in \).*$/\1FOLDER/' "$1"
 }
 
-demo_is_the_same() {
+# play_both [DRAWING]: by its absolute path here. Leaves the two outputs in demo.linux.txt and demo.windows.txt.
+play_both() {
   local here=$folder/demo
-  play_demo "$bin" "$here" >"$here.linux" || fail "the demo fails here"
-  (cd "$package" && under_wine cmd /c demo.cmd >"$here.windows") || fail "the demo fails under Wine"
+  play_demo "$bin" "$here" "$@" >"$here.linux" || fail "the demo fails here: $*"
+  (cd "$package" && under_wine cmd /c demo.cmd "${@/#/Z:}" >"$here.windows") || fail "the demo fails under Wine: $*"
   without_folder "$here.linux" >"$here.linux.txt"
   without_folder "$here.windows" >"$here.windows.txt"
-  same "the demo's output" "$here.linux.txt" "$here.windows.txt"
-  for file in parts.csv template.csv; do
-    same "$file of the demo" "$here/$file" "$package/demo/$file"
+}
+
+# demo_is_the_same FILES [DRAWING]: what it prints, and the files that it writes.
+demo_is_the_same() {
+  local file files=$1
+  shift
+  play_both "$@"
+  same "the demo's output" "$folder/demo.linux.txt" "$folder/demo.windows.txt"
+  for file in $files; do
+    same "$file of the demo" "$folder/demo/$file" "$package/demo/$file"
   done
-  echo "platforms: the demo prints the same $(wc -l <"$here.linux") lines"
+  echo "platforms: the demo prints the same $(wc -l <"$folder/demo.linux") lines${1:+ for ${1##*/}}"
+}
+
+demos_are_the_same() {
+  local drawing tables='parts.csv occurrences.csv references.csv'
+  demo_is_the_same 'parts.csv template.csv'
+  lay_out_files "$folder/own"
+  demo_is_the_same "$tables" "$folder/own/Plan 𝄞.kicad_sch"
+  if [ -z "${KTDX_DRAWINGS:-}" ]; then
+    echo "platforms: skipped: the demo on real drawings (KTDX_DRAWINGS does not say where they are)"
+    return
+  fi
+  while read -r drawing; do
+    demo_is_the_same "$tables" "$drawing" </dev/null
+  done < <(find "$KTDX_DRAWINGS" -name '*.kicad_sch' | sort)
 }

@@ -6,6 +6,7 @@ lay_out_files() {
   cp tests/platforms/plan.kicad_sch "$1/Plan 𝄞.kicad_sch"
   cp tests/platforms/channel.kicad_sch "$1/Kanal 🔌.kicad_sch"
   cp tests/platforms/plan.script "$1/Ablauf 𝄞.script"
+  cp tests/platforms/watch.script "$1/Wache 🔌.script"
   cp tests/platforms/template.json "$1/Vorlage 🔌.json"
 }
 
@@ -17,8 +18,10 @@ write_files() {
   "$@" "$bin/ktemplate$suffix" show 'Vorlage 🔌.blk' >show.txt || return
   "$@" "$bin/ktemplate$suffix" show --json 'Vorlage 🔌.blk' >show.json || return
   "$@" "$bin/ktemplate$suffix" lists 'Vorlage 🔌.blk' >lists.json || return
-  "$@" "$bin/kthost$suffix" --load "$bin/KtDxNotify.kmx" --load "$bin/PartsList.kmx" --trace 'Spur 𝄞.jsonl' \
-    --script 'Ablauf 𝄞.script' 'Plan 𝄞.kicad_sch' >console.txt || return
+  "$@" "$bin/kthost$suffix" --load "$bin/KtDxNotify.kmx" --load "$bin/PartsList.kmx" \
+    --script 'Ablauf 𝄞.script' 'Plan 𝄞.kicad_sch' >plan.txt || return
+  "$@" "$bin/kthost$suffix" --load "$bin/KtDxNotify.kmx" --load "$bin/BlockWatch.kmx" \
+    --script 'Wache 🔌.script' --trace 'Spur 𝄞.jsonl' 'Plan 𝄞.kicad_sch' >watch.txt || return
 }
 
 compare_traces() {
@@ -37,6 +40,7 @@ files_are_the_same() {
   (cd "$here" && write_files "$bin" '') || fail "the drawing's script fails here"
   (cd "$there" && write_files "$package/bin" .exe under_wine) || fail "the drawing's script fails under Wine"
   grep -q 𝄞 "$here/Auszug 𝄞.csv" || fail "the template selects nothing"
+  grep -q 'watch: a reference has changed' "$here/watch.txt" || fail "the client is not called"
   compare_traces "$here" "$there"
   [ "$(ls "$here")" = "$(ls "$there")" ] || fail "the two wrote files of other names: $(ls "$there")"
   for name in "$here"/*; do

@@ -26,6 +26,6 @@ rm -rf "$3"
 mkdir -p "$folder"
 unzip -q "$archive" -d "$folder"
 package_is_whole
-demo_is_the_same
-files_are_the_same
+demos_are_the_same
 client_is_called
+files_are_the_same

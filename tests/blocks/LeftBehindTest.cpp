@@ -79,6 +79,32 @@ TEST_F(LeftBehind, OneThatIsRefusedAgainAndAgainIsAskedOnceMoreInTheEnd) {
               4U); // the reference and the record, each at most twice
 }
 
+TEST_F(LeftBehind, OneThatIsErasedMeanwhileIsLetGoOfInTheEnd) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = enabledMonitor(valve_);
+    refuseToLetGo();
+    must(block.setEnabled(false));
+    faults().reset();
+    edit_.erase(reference);
+    edit_.purge(valve_);
+    EXPECT_EQ(heardBy(&block), (Ids{valve_, reference}));
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
+TEST_F(LeftBehind, AllRecordsAreBehindOneThatWillNotOpen) {
+    const KtDbObjectId pump = edit_.defineDynamic(L"pump");
+    for (const wchar_t* label : {L"1", L"2", L"3"}) {
+        edit_.represent(pump, label);
+    }
+    KtDxBlock& block = enabledMonitor(pump);
+    faults().fail(HostCall::openObject, 1, Orbx::eTooManyReaders);
+    EXPECT_EQ(block.setEnabled(false), Orbx::eTooManyReaders);
+    EXPECT_EQ(heardBy(&block).size(), 4U);
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
 TEST_F(LeftBehind, WithoutMemoryOneKeepsItsReactor) {
     const KtDbObjectId reference = edit_.insert(valve_);
     KtDxBlock& block = enabledMonitor(valve_);

@@ -226,6 +226,25 @@ TEST_F(UnusualMonitor, IsDestroyedThoughTheBlockTableCannotBeLetGoOf) {
     must(blockTable->removeReactor(gone));
 }
 
+TEST_F(UnusualMonitor, IsDestroyedDisabledWithoutTouchingAnything) {
+    auto made = std::make_unique<KtDxBlocks>();
+    must(made->attachDocument(&record()));
+    faults().reset();
+    made.reset();
+    EXPECT_EQ(faults().calls(HostCall::openObject), 0U);
+    EXPECT_EQ(faults().calls(HostCall::addReactor), 0U);
+}
+
+TEST_F(UnusualMonitor, AsksAReferenceThatSomebodyIsWritingWhatItRepresents) {
+    const KtDbObjectId pump = edit_.defineDynamic(L"pump 2");
+    must(blocks().scanBlockTable());
+    const KtDbObjectId first = edit_.represent(pump, L"1");
+    const OpenedObject<KtDbBlockReference> held(edit_.insert(first), KtDb::kForWrite);
+    must(held.status());
+    EXPECT_EQ(blocks().scanBlockTable(), Orbx::eOk);
+    EXPECT_EQ(monitorOf(first), monitorOf(pump));
+}
+
 TEST_F(UnusualMonitor, TakesAnAnonymousRecordForItsOwnKeyWithoutTheProtocol) {
     const KtDbObjectId pump = edit_.defineDynamic(L"pump 2");
     must(blocks().scanBlockTable());
@@ -238,6 +257,14 @@ TEST_F(UnusualMonitor, TakesAnAnonymousRecordForItsOwnKeyWithoutTheProtocol) {
 }
 
 using UnusualWalk = BlocksTest;
+
+TEST_F(UnusualWalk, OfATableThatSomebodyIsWritingIsDone) {
+    const OpenedObject<KtDbBlockTable> held(drawing().blockTableId(), KtDb::kForWrite);
+    must(held.status());
+    const KtDbBlockTableIter records(drawing());
+    EXPECT_EQ(records.status(), Orbx::eWasOpenForWrite);
+    EXPECT_TRUE(records.done());
+}
 
 TEST_F(UnusualWalk, BehindTheLastRecordIsAtNone) {
     KtDbBlockTableIter records(drawing());

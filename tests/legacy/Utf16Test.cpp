@@ -30,6 +30,10 @@ TEST(Utf16, JoinsAPairAcrossTwoPieces) {
     EXPECT_EQ(decoded({{0x3D, 0xD8}, {0x00, 0xDE}}), L"\U0001F600");
 }
 
+TEST(Utf16, JoinsTheFirstPairThereIs) {
+    EXPECT_EQ(decoded({{0x00, 0xD8, 0x00, 0xDC}}), L"\U00010000");
+}
+
 TEST(Utf16, JoinsTheLastPairThereIs) {
     EXPECT_EQ(decoded({{0xFF, 0xDB, 0xFF, 0xDF}}), L"\U0010FFFF");
 }

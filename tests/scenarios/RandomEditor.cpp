@@ -51,6 +51,9 @@ std::string RandomEditor::nextLine() {
         &RandomEditor::redo,  &RandomEditor::redo,    &RandomEditor::define, &RandomEditor::purge};
     static constexpr Maker kRareMakers[] = {&RandomEditor::attachOrReload, &RandomEditor::attachOrReload,
                                             &RandomEditor::detach};
+    if (allReferences(drawing_).empty()) { // it is emptied faster than it is filled
+        return records(drawing_, false).empty() ? "define NEW" + std::to_string(++made_) : insert();
+    }
     if (number(kRarity) == 0) {
         return (this->*kRareMakers[number(std::size(kRareMakers) - 1)])();
     }
@@ -134,7 +137,7 @@ std::string RandomEditor::detach() {
     return name.empty() ? attachOrReload() : "detach " + name;
 }
 
-/// There is always one: the drawing is never emptied faster than it is filled.
+/// There has to be one.
 KtDbObjectId RandomEditor::anyReference() {
     const std::vector<KtDbObjectId> all = allReferences(drawing_);
     return all[number(static_cast<std::uint32_t>(all.size() - 1))];

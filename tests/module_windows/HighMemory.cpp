@@ -17,6 +17,11 @@ std::uintptr_t addressOf(const void* place) {
     return reinterpret_cast<std::uintptr_t>(place);
 }
 
+/// Memory that nobody has given out has no pointer yet.
+void* placeAt(std::uintptr_t address) {
+    return reinterpret_cast<void*>(address); // NOLINT(performance-no-int-to-ptr): see above
+}
+
 } // namespace
 
 HighMemory::HighMemory(std::size_t size) {
@@ -39,14 +44,13 @@ void HighMemory::reserveLowAddresses() {
     MEMORY_BASIC_INFORMATION region{};
     for (std::uintptr_t at = kFirst; at < kFourGigabytes;
          at = addressOf(region.BaseAddress) + region.RegionSize) {
-        if (VirtualQuery(reinterpret_cast<const void*>(at), &region, sizeof region) == 0) {
+        if (VirtualQuery(placeAt(at), &region, sizeof region) == 0) {
             break;
         }
         const std::uintptr_t begin = (at + kGranularity - 1) / kGranularity * kGranularity;
         const std::uintptr_t end = addressOf(region.BaseAddress) + region.RegionSize;
         if (region.State == MEM_FREE && begin < end) {
-            void* taken =
-                VirtualAlloc(reinterpret_cast<void*>(begin), end - begin, MEM_RESERVE, PAGE_NOACCESS);
+            void* taken = VirtualAlloc(placeAt(begin), end - begin, MEM_RESERVE, PAGE_NOACCESS);
             if (taken != nullptr) {
                 reserved_.push_back(taken);
             }

@@ -11,16 +11,16 @@ namespace {
 
 class ModulesCalls : public ModuleInMemory {
 protected:
-    const void* called(const char* name) {
+    std::uintptr_t called(const char* name) {
         return importedFunction(host_.modules().find(kName)->handle(), name);
     }
 };
 
-const void* ofUser(const char* name) {
+std::uintptr_t ofUser(const char* name) {
     return systemFunction(L"user32.dll", name);
 }
 
-const void* ofKernel(const char* name) {
+std::uintptr_t ofKernel(const char* name) {
     return systemFunction(L"kernel32.dll", name);
 }
 
@@ -35,7 +35,7 @@ TEST_F(ModulesCalls, GoToTheSystem) {
 TEST_F(ModulesCalls, AreImportsOfTheModule) {
     for (const char* name :
          {"GetTickCount", "GetModuleHandleW", "GetInputState", "PostMessageW", "RegisterWindowMessageW"}) {
-        EXPECT_NE(called(name), nullptr) << name;
+        EXPECT_NE(called(name), 0U) << name;
     }
 }
 

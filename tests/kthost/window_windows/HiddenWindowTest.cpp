@@ -31,7 +31,7 @@ TEST_F(HiddenWindow, BelongsToTheThreadThatMadeIt) {
 }
 
 TEST_F(HiddenWindow, IsNoneOfTheSystemsOnceItIsAbsent) {
-    const HWND handle = window.handle();
+    HWND handle = window.handle();
     window.setPresent(false);
     EXPECT_EQ(IsWindow(handle), 0);
 }

@@ -97,7 +97,7 @@ TEST_F(MessageRecord, ComesInTheOrderOfPosting) {
 }
 
 TEST_F(MessageRecord, ComesFromAnotherThreadToo) {
-    const HWND handle = window.handle();
+    HWND handle = window.handle();
     std::thread([handle] { PostMessageW(handle, kMessage, kWide, 7); }).join();
     loop.pump();
     ASSERT_THAT(seen, SizeIs(1));

@@ -22,8 +22,8 @@ int BlocksModel::attach() {
     if (const int status = table->getIdAt(L"*Model_Space", modelSpace_); status != kDone) {
         return status;
     }
-    static_cast<void>(scan()); // whatever it finds, nobody listens yet
-    setPendingChanges(false);
+    scan();
+    setPendingChanges(false); // whatever it found, nobody listens yet
     return kDone;
 }
 
@@ -83,20 +83,21 @@ bool BlocksModel::scanIfNeeded(bool force) {
     if (!force && (!rescanNeeded_ || !enabled_)) {
         return false;
     }
-    static_cast<void>(scan()); // what could not be looked at is left as it was
+    scan();
     propagate();
     return true;
 }
 
-/// A change of a definition may change how often the blocks inside it occur.
+/// A change of a definition may change how often the blocks inside it occur. Inside it means inside the
+/// definition itself: whether what lies in a representation of it alone counts, nothing says.
 void BlocksModel::propagate() {
     if (!pendingChanges_) {
         return;
     }
     IdSet nested;
-    for (const auto& [id, definition] : definitions_) {
+    for (const auto& [key, definition] : definitions_) {
         if (definition->state().changed) {
-            nested.merge(nestedBlocks(*this, id, true).blocks);
+            nested.merge(nestedBlocks(*this, definition->id(), true).blocks);
         }
     }
     for (const KtDbObjectId id : nested) {

@@ -38,7 +38,7 @@ public:
     void setPendingChanges(bool pending);
 
     /// Looks at the whole table again.
-    int scan();
+    void scan();
     /// The first half of an update; false when there was nothing to do.
     bool scanIfNeeded(bool force);
     /// Callbacks of what has changed, which are then to be called, and after them `callsDone`. Nothing when

@@ -14,14 +14,14 @@ namespace ktmodel {
 
 namespace {
 
-/// In table order, erased ones left out; none when the table cannot be read.
-Ids recordsOf(const KtDbDatabase& database) {
-    Ids records;
+/// In table order, erased ones left out; nothing when the table cannot be read.
+std::optional<Ids> recordsOf(const KtDbDatabase& database) {
     const Opened<KtDbBlockTable> table(database.blockTableId(), KtDb::kForRead);
     KtDbBlockTableIterator* made = nullptr;
     if (!table || table->newIterator(made, true, true) != Orbx::eOk) {
-        return records;
+        return std::nullopt;
     }
+    Ids records;
     const std::unique_ptr<KtDbBlockTableIterator> iterator(made);
     for (; !iterator->done(); iterator->step()) {
         KtDbObjectId id;
@@ -63,14 +63,16 @@ KtDbObjectId keyOf(const KtDbBlockTableRecord& record) {
 
 } // namespace
 
-int BlocksModel::scan() {
+/// A table that cannot be read still has to be looked at.
+void BlocksModel::scan() {
     layouts_.clear();
     monitoredCount_ = 0;
-    for (const KtDbObjectId id : recordsOf(database_)) {
-        scanRecord(id);
+    if (const std::optional<Ids> records = recordsOf(database_)) {
+        for (const KtDbObjectId id : *records) {
+            scanRecord(id);
+        }
+        setRescanNeeded(false);
     }
-    setRescanNeeded(false);
-    return kDone;
 }
 
 void BlocksModel::scanRecord(KtDbObjectId id) {
@@ -120,7 +122,7 @@ KtDbObjectId BlocksModel::findXrefBlock(KtDbObjectId id) const {
     if (id.database() == &database_) {
         return {};
     }
-    for (const KtDbObjectId record : recordsOf(database_)) {
+    for (const KtDbObjectId record : recordsOf(database_).value_or(Ids())) {
         const Opened<KtDbBlockTableRecord> opened(record, KtDb::kForRead);
         if (opened && opened->isFromExternalReference() && opened->externalDatabase(false) == id.database()) {
             return record;

@@ -91,7 +91,7 @@ bool Model::attach(KtApDocument* document, const KtArray<KtDbObjectId>& ids, Cal
         return false;
     }
     if (!blocks->isEnabled()) {
-        static_cast<void>(blocks->scan()); // what could not be looked at is left as it was
+        blocks->scan();
         blocks->setPendingChanges(false);
         if (blocks->setEnabled(true) != kDone) {
             return false;

@@ -70,32 +70,37 @@ void Model::checkTimers(DocumentModel& document, std::vector<TimerModel*> timers
     }
 }
 
-/// Who comes next is looked up when the one before has returned.
+/// Who comes next is looked up when the one before has returned. Those behind one that throws wait for the
+/// next idle check: the timer has not been started anew.
 void Model::callIdleClients(IdleClientsModel& clients, std::function<void()> then) {
-    auto next = [&clients, last = std::optional<CallbackNumber>()]() mutable {
+    Pass pass;
+    pass.next = [&clients, last = std::optional<CallbackNumber>()]() mutable {
         last = clients.behind(last);
         return last;
     };
-    passes_.begin(std::move(next), std::move(then));
+    pass.then = std::move(then);
+    passes_.begin(std::move(pass));
 }
 
-/// Who is called is settled before the first is. What they change is not told to anybody.
+/// Who is called is settled before the first is. What they change is not told to anybody. One that throws
+/// keeps none of the others from what they will not be told again.
 void Model::callBlockClients(BlocksModel& blocks, std::function<void()> then) {
     auto callbacks = blocks.takeCallbacks();
     if (!callbacks) {
         then();
         return;
     }
-    auto next = [left = std::move(*callbacks)]() mutable -> std::optional<CallbackNumber> {
-        if (left.empty()) {
-            return std::nullopt;
-        }
-        return left.extract(left.begin()).value();
+    Pass pass;
+    pass.next = [left = std::move(*callbacks)]() mutable -> std::optional<CallbackNumber> {
+        return left.empty() ? std::nullopt : std::optional(left.extract(left.begin()).value());
     };
-    passes_.begin(std::move(next), [&blocks, then = std::move(then)] {
+    pass.throwEndsIt = false;
+    pass.finish = [&blocks] {
+        const Unnoticed unnoticed;
         blocks.callsDone();
-        then();
-    });
+    };
+    pass.then = std::move(then);
+    passes_.begin(std::move(pass));
 }
 
 } // namespace ktmodel

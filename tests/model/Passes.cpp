@@ -2,54 +2,62 @@
 
 namespace ktmodel {
 
-void Passes::begin(Next next, std::function<void()> then) {
-    passes_.push_back({std::move(next), std::move(then), std::nullopt, false});
+void Passes::begin(Pass pass) {
+    open_.push_back({std::move(pass), std::nullopt});
     goOn();
 }
 
 /// What a pass does at its end may begin another one, which then goes on by itself.
 void Passes::goOn() {
-    Pass& pass = passes_.back();
-    pass.awaited = pass.next();
-    if (pass.awaited) {
-        expected_.push_back(*pass.awaited);
+    Open& innermost = open_.back();
+    innermost.awaited = innermost.pass.next();
+    if (innermost.awaited) {
+        expected_.push_back(*innermost.awaited);
         return;
     }
-    const std::function<void()> then = std::move(pass.then);
-    passes_.pop_back();
-    then();
+    const Open ended = std::move(innermost);
+    open_.pop_back();
+    ended.pass.finish();
+    if (!ended.thrown) {
+        ended.pass.then();
+    }
 }
 
 void Passes::callbackBegins(CallbackNumber callback) {
     made_.push_back(callback);
     if (!awaited()) { // nobody was to be called: a pass of its own, so that its return finds one
-        passes_.push_back({[] { return std::nullopt; }, [] {}, callback, false});
+        open_.push_back({{[] { return std::nullopt; }}, callback});
     }
-    passes_.back().running = true;
-    passes_.back().awaited.reset();
+    open_.back().awaited.reset();
+    open_.back().running = true;
 }
 
 void Passes::callbackReturns() {
-    if (!passes_.empty() && passes_.back().running) {
-        passes_.back().running = false;
+    if (!open_.empty() && std::exchange(open_.back().running, false)) {
         goOn();
     }
 }
 
 void Passes::callbackThrows() {
-    if (!passes_.empty()) {
-        passes_.pop_back();
+    if (open_.empty() || !std::exchange(open_.back().running, false)) {
+        return;
+    }
+    open_.back().thrown = true;
+    if (open_.back().pass.throwEndsIt) {
+        open_.pop_back();
+    } else {
+        goOn();
     }
 }
 
 void Passes::abandonDownTo(std::size_t depth) {
-    while (passes_.size() > depth) {
-        passes_.pop_back();
+    while (open_.size() > depth) {
+        open_.pop_back();
     }
 }
 
 std::optional<CallbackNumber> Passes::awaited() const {
-    return passes_.empty() ? std::nullopt : passes_.back().awaited;
+    return open_.empty() ? std::nullopt : open_.back().awaited;
 }
 
 } // namespace ktmodel

@@ -11,20 +11,27 @@ namespace ktmodel {
 
 /// Callbacks that are to be made one after the other. A callback may do anything meanwhile, begin another
 /// pass included; what comes after it waits until it has returned.
+struct Pass {
+    /// Gives the next callback to be made, none when all have been.
+    std::function<std::optional<CallbackNumber>()> next;
+    /// What a callback throws ends the pass at once, or goes on when all the others have been made.
+    bool throwEndsIt = true;
+    /// Done when all have been made.
+    std::function<void()> finish = [] {};
+    /// Done after that, unless a callback threw.
+    std::function<void()> then = [] {};
+};
+
 class Passes {
 public:
-    /// Gives the next callback to be made, none when all have been.
-    using Next = std::function<std::optional<CallbackNumber>()>;
-
-    /// Begins a pass inside the callback that is running, if one is. `then` is done when all have been made.
-    void begin(Next next, std::function<void()> then);
+    /// Inside the callback that is running, if one is.
+    void begin(Pass pass);
 
     void callbackBegins(CallbackNumber callback);
     void callbackReturns();
-    /// What a callback throws ends the pass that made it, and nothing after the pass is done.
     void callbackThrows();
 
-    std::size_t depth() const { return passes_.size(); }
+    std::size_t depth() const { return open_.size(); }
 
     /// Gives up passes whose callbacks were not made.
     void abandonDownTo(std::size_t depth);
@@ -38,16 +45,16 @@ public:
     std::vector<CallbackNumber> takeMade() { return std::exchange(made_, {}); }
 
 private:
-    struct Pass {
-        Next next;
-        std::function<void()> then;
+    struct Open {
+        Pass pass;
         std::optional<CallbackNumber> awaited;
         bool running = false; // a callback of it
+        bool thrown = false;
     };
 
     void goOn();
 
-    std::vector<Pass> passes_; // the innermost last
+    std::vector<Open> open_; // the innermost last
     std::vector<CallbackNumber> expected_;
     std::vector<CallbackNumber> made_;
 };

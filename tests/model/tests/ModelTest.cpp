@@ -276,16 +276,26 @@ TEST_F(ModelTest, DoesNotTellWhatACallbackChanges) {
     EXPECT_THAT(play(), IsEmpty());
 }
 
-TEST_F(ModelTest, ACallbackThatThrowsLeavesTheMarkThatChangesArePending) {
+TEST_F(ModelTest, ABlockClientThatThrowsKeepsNoOtherFromItsCallAndTheTimerFromItsRestart) {
     attach({r_}, 1);
     attach({r_}, 2);
     place(r_);
     model_->idleCheckArrives(&document_);
     model_->passes().callbackBegins(1);
     model_->passes().callbackThrows();
-    EXPECT_THAT(play(), ElementsAre(1));
-    EXPECT_TRUE(blocks().pendingChanges);
+    EXPECT_THAT(play(), ElementsAre(1, 2));
+    EXPECT_FALSE(blocks().pendingChanges);
     EXPECT_EQ(blocks().timer->startTick, 0U);
+}
+
+TEST_F(ModelTest, AnIdleClientThatThrowsEndsTheRound) {
+    model_->attachTimer(&document_, 1, 0, true);
+    model_->attachTimer(&document_, 2, 0, true);
+    model_->idleCheckArrives(&document_);
+    model_->passes().callbackBegins(1);
+    model_->passes().callbackThrows();
+    EXPECT_THAT(play(), ElementsAre(1));
+    EXPECT_THAT(idle(), ElementsAre(1, 2));
 }
 
 TEST_F(ModelTest, AnUpdateInsideACallbackCallsItsOwnClientsFirst) {

@@ -48,6 +48,14 @@ Document& documentNamed(Session& session, const std::wstring& name) {
     return *document;
 }
 
+std::wstring takeFreeName(Session& session, Words& words) {
+    const std::wstring& name = words.take("NAME");
+    if (name.empty() || session.host().documents().find(name) != nullptr) {
+        throw CommandError("'" + toUtf8(name) + "' cannot be the name of a new document");
+    }
+    return name;
+}
+
 } // namespace
 
 void runOpen(Session& session, Words& words) {
@@ -62,14 +70,29 @@ void runOpen(Session& session, Words& words) {
 }
 
 void runNew(Session& session, Words& words) {
-    const std::wstring& name = words.take("NAME");
-    words.expectEnd();
-    DocumentManager& documents = session.host().documents();
-    if (name.empty() || documents.find(name) != nullptr) {
-        throw CommandError("'" + toUtf8(name) + "' cannot be the name of a new document");
+    const std::wstring name = takeFreeName(session, words);
+    const bool isBare = words.takeIf(L"without");
+    if (isBare) {
+        words.expect(L"drawing");
     }
-    documents.create(name, std::make_unique<Database>(name));
-    session.say("opened " + toUtf8(name) + ", empty");
+    words.expectEnd();
+    session.host().documents().create(name, isBare ? nullptr : std::make_unique<Database>(name));
+    session.say("opened " + toUtf8(name) + (isBare ? ", without a drawing" : ", empty"));
+}
+
+void runAbandon(Session& session, Words& words) {
+    const std::wstring name = takeFreeName(session, words);
+    words.expectEnd();
+    if (session.isTogether()) {
+        throw CommandError("a document cannot be given up while a command runs");
+    }
+    DocumentManager& documents = session.host().documents();
+    Document& document = documents.prepare(name, std::make_unique<Database>(name));
+    documents.announce(document);
+    if (const HostResult result = documents.cancelCreation(document); !result) {
+        throw CommandError(result.reason);
+    }
+    session.say("gave up " + toUtf8(name));
 }
 
 void runCurrent(Session& session, Words& words) {

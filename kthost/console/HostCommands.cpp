@@ -23,7 +23,8 @@ namespace {
 
 constexpr HostCommand kCommands[] = {
     {L"open", L"open FILE", "open a schematic in a document of its own, named after the file", runOpen},
-    {L"new", L"new NAME", "open an empty drawing", runNew},
+    {L"new", L"new NAME [without drawing]", "open an empty drawing, or a document that has none", runNew},
+    {L"abandon", L"abandon NAME", "announce a new drawing and give it up again", runAbandon},
     {L"current", L"current NAME", "make another document the current one", runCurrent},
     {L"close", L"close [NAME]", "close a document, the current one if none is named", runClose},
     {L"load", L"load FILE", "load a module", runLoad},

@@ -271,9 +271,14 @@ std::string Generator::history() {
 }
 
 std::string Generator::documents() {
-    switch (drawn_.number(6)) {
+    switch (drawn_.number(9)) {
     case 0:
         return "new plan" + std::to_string(++made_);
+    case 7:
+        return "abandon plan" + std::to_string(++made_);
+    case 8:
+        return drawn_.oneIn(2) ? "new blank" + std::to_string(++made_) + " without drawing"
+                               : "current " + drawn_.document();
     case 1:
         return "open " + file();
     case 2:

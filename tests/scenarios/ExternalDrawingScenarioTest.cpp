@@ -110,6 +110,21 @@ TEST_F(ExternalDrawing, ReloadOfAFileThatHasBecomeUnreadableChangesNothing) {
     expectFollowed();
 }
 
+TEST_F(ExternalDrawing, AnotherCanBeReadInItsPlaceAndUndoBringsTheFirstBack) {
+    std::filesystem::copy_file(inFolder("channel.kicad_sch"), inFolder("other.kicad_sch"));
+    attach("CH");
+    rewrite("MCP6002", "TL072");
+    EXPECT_NE(failure("reload CH from nowhere.kicad_sch"), "");
+    run("reload CH from \"" + inFolder("other.kicad_sch") + "\"");
+    EXPECT_THAT(read("list.csv"), HasSubstr("MCP6002"));
+    expectFollowed();
+    std::filesystem::remove(inFolder("channel.kicad_sch"));
+    EXPECT_EQ(failure("reload CH"), ""); // it is the other one from then on
+    run("undo 2");
+    EXPECT_NE(failure("reload CH"), "");
+    expectFollowed();
+}
+
 TEST_F(ExternalDrawing, AttachUnderANameThatIsTakenIsRefused) {
     EXPECT_EQ(failure("attach \"" + inFolder("channel.kicad_sch") + "\" as R"),
               "'R' cannot be attached: the name is taken");

@@ -46,6 +46,23 @@ TEST_F(ConsoleCommands, ADocumentsNameIsTakenOnce) {
     EXPECT_NE(failure("new plan"), "");
 }
 
+TEST_F(ConsoleCommands, ADocumentCanBeWithoutADrawing) {
+    run("new blank without drawing");
+    EXPECT_EQ(failure("define Q"), "the document has no drawing");
+    EXPECT_EQ(host_.documents().currentDocument()->database(), nullptr);
+}
+
+TEST_F(ConsoleCommands, AnAbandonedDocumentIsGoneAndTheOneBeforeIsCurrent) {
+    run("abandon other");
+    EXPECT_EQ(host_.documents().documents().size(), 1U);
+    EXPECT_EQ(host_.documents().currentDocument()->name(), std::wstring(L"plan"));
+}
+
+TEST_F(ConsoleCommands, NothingIsAbandonedInTheMiddleOfACommand) {
+    EXPECT_NE(failure("together \"abandon other\""), "");
+    EXPECT_EQ(host_.documents().documents().size(), 1U);
+}
+
 TEST_F(ConsoleCommands, OpeningAFileThatIsNotThereIsRefusedAndOpensNothing) {
     EXPECT_THAT(failure("open nowhere.kicad_sch"), HasSubstr("nowhere.kicad_sch"));
     EXPECT_EQ(host_.documents().documents().size(), 1U);

@@ -378,15 +378,18 @@ def limits_of(build, worker, suites):
 def read_equivalents(path):
     """'FILE: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands for any
     text."""
-    equivalents, key = {}, None
+    equivalents, keys = {}, []
     for line in path.read_text().splitlines():
         if not line.strip() or line.startswith("#"):
             continue
         if line[0].isspace():
-            equivalents[key] += line.strip()
-        else:
-            key = ".*".join(re.escape(part) for part in " ".join(line.split()).split("..."))
-            equivalents[key] = ""
+            for key in keys:
+                equivalents[key] = line.strip()
+            continue
+        if keys and equivalents[keys[0]]:
+            keys = []  # the lines before have had their reason
+        keys.append(".*".join(re.escape(part) for part in " ".join(line.split()).split("...")))
+        equivalents[keys[-1]] = ""
     for key, reason in equivalents.items():
         if not reason:
             sys.exit(f"{path}: no reason is given for {key}")

@@ -46,6 +46,7 @@ protected:
 
     std::vector<UINT> numbers() const {
         std::vector<UINT> all;
+        all.reserve(seen.size());
         for (const MSG& message : seen) {
             all.push_back(message.message);
         }

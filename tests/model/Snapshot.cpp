@@ -28,7 +28,8 @@ std::string difference(const Snapshot& expected, const Snapshot& actual, std::si
     std::size_t count = 0;
     for (const auto& [about, facts] : sideBySide(factsOf(expected), factsOf(actual))) {
         if (facts.first != facts.second && ++count <= most) {
-            lines += about + ": expected " + facts.first + ", is " + facts.second + '\n';
+            lines.append(about).append(": expected ").append(facts.first);
+            lines.append(", is ").append(facts.second).append("\n");
         }
     }
     if (count > most) {
@@ -40,7 +41,7 @@ std::string difference(const Snapshot& expected, const Snapshot& actual, std::si
 std::string textOf(const Snapshot& snapshot) {
     std::string lines;
     for (const auto& [about, fact] : factsOf(snapshot)) {
-        lines += about + ": " + fact + '\n';
+        lines.append(about).append(": ").append(fact).append("\n");
     }
     return lines;
 }

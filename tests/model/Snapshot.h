@@ -47,6 +47,7 @@ struct GraphQuestion {
     KtDbObjectId block;
     KtDbObjectId container;
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero inside a defaulted comparison is no pointer
     auto operator<=>(const GraphQuestion&) const = default;
 };
 

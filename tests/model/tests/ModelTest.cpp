@@ -132,6 +132,26 @@ TEST_F(ModelTest, ANewContainerAndALostOneAreChanges) {
     EXPECT_THAT(monitor(r_).references, IsEmpty());
 }
 
+TEST_F(ModelTest, AReferenceThatIsListedNoMoreIsAChangeEvenWhereOthersStay) {
+    drawing().setUndoRecording(false); // so that what is erased can be released
+    const KtDbObjectId going = place(r_);
+    const KtDbObjectId staying = place(r_);
+    attach({r_}, 1);
+    ASSERT_EQ(eraseReference(drawing(), going), Orbx::eOk);
+    EXPECT_THAT(idle(), ElementsAre(1));
+    ASSERT_GT(drawing().releaseErased(), 0U);
+    EXPECT_EQ(update(true, true), Calls{1});
+    EXPECT_THAT(monitor(r_).references, ElementsAre(Pair(space_, ElementsAre(staying))));
+}
+
+TEST_F(ModelTest, DoesNotRecordAnErasedAttribute) {
+    const KtDbObjectId reference = place(r_, space_, {{L"A", L"1"}, {L"B", L"2"}});
+    const auto attributes = attributesOf(reference);
+    ASSERT_EQ(eraseAttribute(drawing(), attributes[0].id), Orbx::eOk);
+    attach({r_}, 1);
+    EXPECT_THAT(monitor(r_).attributes, ElementsAre(Pair(reference, ElementsAre(attributes[1].id))));
+}
+
 TEST_F(ModelTest, LeavesOutAReferenceThatSomebodyHasOpenForWriteAndTakesItForNewAfterwards) {
     const KtDbObjectId reference = place(r_, space_, {{L"A", L"1"}});
     attach({r_}, 1);
@@ -191,6 +211,35 @@ TEST_F(ModelTest, ADefinitionBringsItsRepresentationsWithIt) {
     EXPECT_THAT(reactorsOn(representation), ElementsAre(r_));
 }
 
+TEST_F(ModelTest, WatchesNoRepresentationBehindAnErasedOne) {
+    ASSERT_EQ(makeDynamic(drawing(), r_), Orbx::eOk);
+    KtDbObjectId erased;
+    KtDbObjectId behind;
+    ASSERT_EQ(addRepresentation(drawing(), r_, L"one", erased), Orbx::eOk);
+    ASSERT_EQ(addRepresentation(drawing(), r_, L"two", behind), Orbx::eOk);
+    EXPECT_EQ(update(true, false), Calls{});
+    ASSERT_EQ(purgeDefinition(drawing(), erased), Orbx::eOk);
+    attach({r_}, 1);
+    EXPECT_THAT(monitor(r_).recordIds, ElementsAre(r_, erased, behind));
+    EXPECT_THAT(reactorsOn(r_), ElementsAre(r_));
+    EXPECT_THAT(reactorsOn(erased), IsEmpty());
+    EXPECT_THAT(reactorsOn(behind), IsEmpty());
+}
+
+TEST_F(ModelTest, KnowsNothingOfADefinitionWhoseRepresentationCannotBeAsked) {
+    ASSERT_EQ(makeDynamic(drawing(), r_), Orbx::eOk);
+    KtDbObjectId representation;
+    ASSERT_EQ(addRepresentation(drawing(), r_, L"one", representation), Orbx::eOk);
+    {
+        const Opened<KtDbBlockTableRecord> opened(representation, KtDb::kForWrite);
+        EXPECT_EQ(update(true, false), Calls{});
+        EXPECT_FALSE(blocks().monitorOfKey.contains(r_));
+        EXPECT_FALSE(blocks().monitorOfKey.contains(representation));
+    }
+    EXPECT_EQ(update(true, false), Calls{});
+    EXPECT_EQ(blocks().monitorOfKey.at(representation), r_);
+}
+
 TEST_F(ModelTest, KeepsTheMonitorOfAnErasedDefinition) {
     const KtDbObjectId reference = place(r_);
     attach({r_}, 1);
@@ -214,6 +263,18 @@ TEST_F(ModelTest, CountsReferencesThroughOneContainerAndNoDeeper) {
     EXPECT_EQ(graph.at({r_, space_}).inModelSpaceRecursive, 7U);
     EXPECT_THAT(graph.at({r_, space_}).nested.blocks, UnorderedElementsAre(w, r_));
     EXPECT_THAT(graph.at({r_, space_}).nestedRecursive.blocks, UnorderedElementsAre(w, v, r_));
+}
+
+TEST_F(ModelTest, CountsNothingThroughAnErasedContainer) {
+    const KtDbObjectId w = define(L"W");
+    const KtDbObjectId reference = place(w);
+    place(r_, w);
+    attach({r_}, 1);
+    ASSERT_EQ(eraseReference(drawing(), reference), Orbx::eOk);
+    ASSERT_EQ(purgeDefinition(drawing(), w), Orbx::eOk);
+    idle();
+    const auto graph = model_->snapshot({{L"plan", {{r_, space_}}}}).documents.at(L"plan").blocks->answers;
+    EXPECT_EQ(graph.at({r_, space_}).recursive, 0U);
 }
 
 TEST_F(ModelTest, SumsInstancesOverTheLayouts) {
@@ -245,6 +306,47 @@ TEST_F(ModelTest, FilesAReferenceInAnAttachedDrawingsModelSpaceUnderTheRecordTha
     EXPECT_EQ(graph.at({dependent, space_}).recursive, 2U);
 }
 
+TEST_F(ModelTest, TheRecordOfAnAttachedDrawingOpenedForModifyIsAChange) {
+    KtDbObjectId record;
+    const auto load = [] { return std::make_unique<Database>(L"other"); };
+    ASSERT_EQ(attachDrawing(drawing(), L"OTHER", load, record), Orbx::eOk);
+    attach({record}, 1);
+    ASSERT_EQ(reloadDrawing(drawing(), record), Orbx::eOk);
+    EXPECT_THAT(idle(), ElementsAre(1));
+}
+
+TEST_F(ModelTest, ADefinitionOpenedForModifyIsNoChangeByItself) {
+    attach({r_}, 1);
+    ASSERT_EQ(renameDefinition(drawing(), r_, L"RENAMED"), Orbx::eOk);
+    EXPECT_TRUE(monitor(r_).needsUpdate);
+    EXPECT_THAT(idle(), IsEmpty());
+}
+
+TEST_F(ModelTest, ACopiedDefinitionIsNoChangeByItself) {
+    attach({r_}, 1);
+    KtDbObjectId copy;
+    ASSERT_EQ(copyDefinition(drawing(), r_, L"COPY", copy), Orbx::eOk);
+    EXPECT_TRUE(monitor(r_).needsUpdate);
+    EXPECT_FALSE(monitor(r_).changed);
+}
+
+TEST_F(ModelTest, DoesNotLookUnforcedOnceTheLastClientIsGone) {
+    attach({r_}, 1);
+    place(r_);
+    model_->detach(&document_, 1);
+    EXPECT_TRUE(blocks().rescanNeeded);
+    EXPECT_EQ(update(false, true), Calls{});
+    EXPECT_THAT(monitor(r_).references, IsEmpty());
+}
+
+TEST_F(ModelTest, WhatTheFirstClientsScanFindsIsNoChange) {
+    EXPECT_EQ(update(true, false), Calls{});
+    place(r_);
+    attach({r_}, 1);
+    EXPECT_FALSE(blocks().pendingChanges);
+    EXPECT_EQ(update(true, true), Calls{});
+}
+
 TEST_F(ModelTest, AForcedUpdateLooksEvenWhileNothingIsWatched) {
     EXPECT_EQ(update(true, false), Calls{});
     const KtDbObjectId reference = place(r_);
@@ -268,6 +370,7 @@ TEST_F(ModelTest, DoesNotTellWhatACallbackChanges) {
     place(r_);
     model_->idleCheckArrives(&document_);
     model_->passes().callbackBegins(1);
+    EXPECT_FALSE(monitor(r_).changed);
     ASSERT_EQ(moveReference(drawing(), referencesTo(r_).at(0), {1, 2, 3}), Orbx::eOk);
     EXPECT_TRUE(monitor(r_).changed);
     model_->passes().callbackReturns();
@@ -347,6 +450,33 @@ TEST_F(ModelTest, ChecksNothingWhileInputWaits) {
     document_.setPendingInputCount(1);
     EXPECT_THAT(idle(), IsEmpty());
     document_.setPendingInputCount(0);
+    EXPECT_THAT(idle(), ElementsAre(1));
+}
+
+TEST_F(ModelTest, ChecksNothingWhileADialogIsOpen) {
+    attach({r_}, 1);
+    place(r_);
+    document_.setDialogOpen(true);
+    EXPECT_THAT(idle(), IsEmpty());
+}
+
+TEST_F(ModelTest, ChecksNothingWhileTheDocumentIsLocked) {
+    attach({r_}, 1);
+    place(r_);
+    host_.documents().lock(document_, KtAp::kRead, L"palette");
+    EXPECT_THAT(idle(), IsEmpty());
+}
+
+TEST_F(ModelTest, ChecksNothingWhileACommandRunsInAnotherDocument) {
+    attach({r_}, 1);
+    place(r_);
+    Document& other = host_.documents().create(L"other", std::make_unique<Database>(L"other"));
+    const auto checkMeanwhile = [this](Document&) {
+        host_.documents().setCurrent(&document_);
+        EXPECT_THAT(idle(), IsEmpty());
+        return CommandResult::done;
+    };
+    EXPECT_EQ(host_.documents().runCommand(other, L"command", checkMeanwhile).result, CommandResult::done);
     EXPECT_THAT(idle(), ElementsAre(1));
 }
 

@@ -7,7 +7,6 @@
 
 using namespace ktmodel;
 using testing::HasSubstr;
-using testing::SizeIs;
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "tests/module_windows/VersionResource.h"
 
 #include "kthost/documents/Host.h"
+#include "tests/kthost/modules/TestModules.h"
 
 #include <gtest/gtest.h>
 
@@ -59,7 +60,8 @@ TEST(ResourceLibrarysVersion, HasTheSameHostInterfaceInItAsTheModules) {
 }
 
 TEST(VersionResource, IsNotThereInAFileWithoutOne) {
-    EXPECT_FALSE(resourceOf("test_modules/PlainModule.kmx").isThere());
+    ASSERT_TRUE(std::filesystem::exists(testModule("PlainModule.kmx")));
+    EXPECT_FALSE(VersionResource(testModule("PlainModule.kmx")).isThere());
 }
 
 } // namespace

@@ -11,9 +11,30 @@ struct Order {
     bool carriedOut = false;
 };
 
-Order order;
+struct FilteredOrder {
+    AllocationFilter filter = nullptr; // null when nothing is ordered
+    std::size_t first = 0;             // number of the one that fails; 0 when none does
+    bool andAllAfter = false;
+    std::size_t count = 0;
+};
 
-bool mustFail(std::size_t size) noexcept {
+Order order;
+FilteredOrder filteredOrder;
+
+bool filteredMustFail(const void* caller) {
+    FilteredOrder& filtered = filteredOrder;
+    if (filtered.filter == nullptr || !filtered.filter(caller)) {
+        return false;
+    }
+    ++filtered.count;
+    return filtered.first != 0 &&
+           (filtered.count == filtered.first || (filtered.andAllAfter && filtered.count > filtered.first));
+}
+
+bool mustFail(std::size_t size, const void* caller) {
+    if (filteredMustFail(caller)) {
+        return true;
+    }
     if (order.left == 0 || (order.size != FailingAllocation::kAnySize && order.size != size)) {
         return false;
     }
@@ -22,12 +43,12 @@ bool mustFail(std::size_t size) noexcept {
     return order.carriedOut;
 }
 
-void* give(std::size_t size) noexcept {
-    return mustFail(size) ? nullptr : std::malloc(size == 0 ? 1 : size);
+void* give(std::size_t size, const void* caller) {
+    return mustFail(size, caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
 }
 
-void* giveOrThrow(std::size_t size) {
-    void* memory = give(size);
+void* giveOrThrow(std::size_t size, const void* caller) {
+    void* memory = give(size, caller);
     if (memory == nullptr) {
         throw std::bad_alloc();
     }
@@ -48,22 +69,34 @@ bool FailingAllocation::hasFailed() const {
     return order.carriedOut;
 }
 
+FailingFiltered::FailingFiltered(AllocationFilter filter, std::size_t k, bool andAllAfter) {
+    filteredOrder = {filter, k, andAllAfter, 0};
+}
+
+FailingFiltered::~FailingFiltered() {
+    filteredOrder = {};
+}
+
+std::size_t FailingFiltered::count() {
+    return filteredOrder.count;
+}
+
 // All forms are replaced, so that whatever gives memory out and whatever takes it back belong together.
 
 void* operator new(std::size_t size) {
-    return giveOrThrow(size);
+    return giveOrThrow(size, __builtin_return_address(0));
 }
 
 void* operator new[](std::size_t size) {
-    return giveOrThrow(size);
+    return giveOrThrow(size, __builtin_return_address(0));
 }
 
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return give(size);
+    return give(size, __builtin_return_address(0));
 }
 
 void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
-    return give(size);
+    return give(size, __builtin_return_address(0));
 }
 
 void operator delete(void* memory) noexcept {

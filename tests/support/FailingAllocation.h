@@ -2,6 +2,10 @@
 
 #include <cstddef>
 
+/// Says whether an allocation counts, by the address of the code that asks for the memory. It must not
+/// allocate.
+using AllocationFilter = bool (*)(const void* caller);
+
 /// Makes one allocation of this program fail: the k-th one (1 is the next) from the construction of this
 /// object on, of all or of those of one size in bytes. The allocations before and after it succeed. One at a
 /// time; ends with the object. Allocations of the host's library count too, those made by `malloc` itself do
@@ -17,4 +21,18 @@ public:
 
     /// False while fewer than k allocations have been asked for.
     bool hasFailed() const;
+};
+
+/// The same for the allocations that a filter lets count, and perhaps for all that follow the k-th of them.
+/// They are counted too, whether or not one is to fail. Not to be used together with the other.
+class FailingFiltered {
+public:
+    /// `k` 0: none fails.
+    FailingFiltered(AllocationFilter filter, std::size_t k, bool andAllAfter = false);
+    FailingFiltered(const FailingFiltered&) = delete;
+    FailingFiltered& operator=(const FailingFiltered&) = delete;
+    ~FailingFiltered();
+
+    /// Those asked for so far, failed ones included.
+    static std::size_t count();
 };

@@ -23,7 +23,7 @@ std::wstring wide(const std::string& utf8) {
 }
 
 /// A word as programs take their command lines apart: backslashes mean something before a quote only.
-std::wstring quoted(std::wstring_view word) {
+std::wstring asWord(std::wstring_view word) {
     std::wstring text = L"\"";
     std::size_t backslashes = 0;
     for (const wchar_t character : word) {
@@ -37,9 +37,9 @@ std::wstring quoted(std::wstring_view word) {
 }
 
 std::wstring commandLine(const std::filesystem::path& program, const Given& given) {
-    std::wstring line = quoted(program.native());
+    std::wstring line = asWord(program.native());
     for (const std::string& argument : given.arguments) {
-        line += L' ' + quoted(wide(argument));
+        line += L' ' + asWord(wide(argument));
     }
     return line;
 }

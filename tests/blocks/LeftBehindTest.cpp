@@ -92,6 +92,27 @@ TEST_F(LeftBehind, OneThatIsErasedMeanwhileIsLetGoOfInTheEnd) {
     EXPECT_EQ(reactorCount(), 0U);
 }
 
+TEST_F(LeftBehind, AnAttributeThatWillNotOpenIsLetGoOfInTheEnd) {
+    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
+    KtDxBlock& block = enabledMonitor(valve_);
+    faults().fail(HostCall::openObject, 2, Orbx::eTooManyReaders); // the first behind its reference
+    EXPECT_EQ(block.setEnabled(false), Orbx::eOk);
+    EXPECT_EQ(heardBy(&block), DrawingEditor::attributesOf(reference));
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
+TEST_F(LeftBehind, OneThatIsReleasedMeanwhileIsNotMissed) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = enabledMonitor(valve_);
+    faults().fail(HostCall::removeReactor, 1, Orbx::eTooManyReaders);
+    must(block.setEnabled(false));
+    edit_.erase(reference);
+    edit_.release();
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
 TEST_F(LeftBehind, AllRecordsAreBehindOneThatWillNotOpen) {
     const KtDbObjectId pump = edit_.defineDynamic(L"pump");
     for (const wchar_t* label : {L"1", L"2", L"3"}) {

@@ -1,3 +1,4 @@
+#include "legacy/TemplateFailure.h"
 #include "tests/legacy/CountedMemory.h"
 #include "tests/legacy/LoadedTemplate.h"
 #include "tests/legacy/TempFile.h"
@@ -33,6 +34,10 @@ std::size_t peakOf(const TemplateBytes& bytes) {
 void expectModestPeak(const TemplateBytes& bytes) {
     EXPECT_LE(peakOf(bytes), kMultiple * bytes.bytes().size() + kBasis)
         << "for a file of " << bytes.bytes().size() << " bytes";
+}
+
+TEST(TemplateLimits, AreToldOfWhenABlockCountIsAbsurd) {
+    EXPECT_STREQ(AbsurdBlockCount().what(), "more blocks are announced than any memory can hold");
 }
 
 std::string uniqueText8(std::uint32_t i) {

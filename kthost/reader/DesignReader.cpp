@@ -9,7 +9,9 @@
 #include "kthost/runtime/Utf8.h"
 #include "kthost/window/FindFile.h"
 
+#include <cstdint>
 #include <fstream>
+#include <numeric>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -98,7 +100,7 @@ Design DesignLoader::load(const fs::path& root) {
     while (filesRead_ < design_.files.size()) {
         readNext();
     }
-    expandHierarchy(design_);
+    expandHierarchy(design_, std::accumulate(sizes_.begin(), sizes_.end(), std::uint64_t{0}));
     return std::move(design_);
 }
 

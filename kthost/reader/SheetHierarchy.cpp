@@ -25,8 +25,8 @@ SheetInstance childInstance(const Design& design, std::size_t parentIndex, std::
 
 } // namespace
 
-void expandHierarchy(Design& design) {
-    design.instances.reserve(countSheetInstances(design, sheetOrder(design)));
+void expandHierarchy(Design& design, std::uint64_t bytesRead) {
+    design.instances.reserve(countSheetInstances(design, sheetOrder(design), bytesRead));
     std::vector<SheetInstance> pending{rootInstance(design)};
     while (!pending.empty()) {
         const std::size_t index = design.instances.size();

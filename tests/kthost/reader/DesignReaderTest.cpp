@@ -255,7 +255,62 @@ TEST_F(DesignReader, RefusesSymbolsThatMultiplyWithoutEnd) {
     write("root.kicad_sch", sheets);
     write("x", more);
     write("y", symbols);
-    EXPECT_THAT(error(), HasSubstr("expected at most 4000000 symbols after expansion"));
+    EXPECT_THAT(error(), HasSubstr(" characters after expansion"));
+}
+
+std::string sheets(int count, const std::string& uuid, const std::string& file) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+        all += "(sheet (uuid \"" + uuid + "\") (property \"Sheetname\" \"S\") (property \"Sheetfile\" \"" +
+               file + "\"))";
+    }
+    return all;
+}
+
+TEST_F(DesignReader, RefusesALongUuidAboveManyPlaces) {
+    write("root.kicad_sch", sheets(1, std::string(100'000, 'u'), "x"));
+    write("x", sheets(100, "x", "y"));
+    write("y", sheets(100, "y", "z"));
+    write("z", "");
+    EXPECT_THAT(error(), HasSubstr(" characters after expansion"));
+}
+
+TEST_F(DesignReader, RefusesALongReferenceInManyPlaces) {
+    write("root.kicad_sch", sheets(100, "x", "x"));
+    write("x", sheets(100, "x", "y"));
+    write("y", "(symbol (lib_id a) (property \"Reference\" \"" + std::string(100'000, 'R') + "\"))");
+    EXPECT_THAT(error(), HasSubstr(" characters after expansion"));
+}
+
+TEST_F(DesignReader, RefusesAReferenceOfTheRootThatManySymbolsShare) {
+    write("root.kicad_sch", sheets(1, "x", "x") + "(symbol_instances (path \"/x/u\" (reference \"" +
+                                std::string(100'000, 'R') + "\")))");
+    std::string symbols;
+    for (int i = 0; i < 1000; ++i) {
+        symbols += "(symbol (lib_id a) (uuid u))";
+    }
+    write("x", symbols);
+    EXPECT_THAT(error(), HasSubstr(" characters after expansion"));
+}
+
+TEST_F(DesignReader, RefusesALongReferenceThatManySymbolsOfTheRootShare) {
+    std::string symbols;
+    for (int i = 0; i < 1000; ++i) {
+        symbols += "(symbol (lib_id a) (uuid u))";
+    }
+    write("root.kicad_sch",
+          symbols + "(symbol_instances (path \"/u\" (reference \"" + std::string(100'000, 'R') + "\")))");
+    EXPECT_THAT(error(), HasSubstr(" characters after expansion, found more in the root"));
+}
+
+TEST_F(DesignReader, ReadsASheetOfManySymbolsInManyPlaces) {
+    write("root.kicad_sch", sheets(256, "x", "x"));
+    std::string symbols;
+    for (int i = 0; i < 200; ++i) {
+        symbols += "(symbol (lib_id a) (property \"Reference\" \"R1\"))";
+    }
+    write("x", symbols);
+    EXPECT_EQ(read().instances.size(), 257U);
 }
 
 class ProgressLog : public ReadProgress {

@@ -2,6 +2,7 @@
 
 #include <KtDbTable.h>
 
+#include "kthost/console/CommandError.h"
 #include "kthost/console/ObjectNames.h"
 #include "kthost/console/Session.h"
 #include "kthost/console/StatusText.h"
@@ -11,6 +12,7 @@
 #include "kthost/database/DatabaseQueries.h"
 
 #include <cstdint>
+#include <string>
 
 namespace kthost {
 
@@ -19,6 +21,9 @@ namespace {
 constexpr std::uint32_t kMostRows = 1'000'000;
 constexpr std::uint32_t kMostColumns = 1'000;
 
+/// Every cell takes memory, so a short line must not ask for a thousand million.
+constexpr std::uint32_t kMostCells = 100'000;
+
 } // namespace
 
 void runTable(Session& session, Words& words) {
@@ -26,6 +31,9 @@ void runTable(Session& session, Words& words) {
     const KtGePoint3d position = words.takePoint();
     const std::uint32_t rows = words.takeNumber("ROWS", 1, kMostRows);
     const std::uint32_t columns = words.takeNumber("COLS", 1, kMostColumns);
+    if (rows > kMostCells / columns) {
+        throw CommandError("a table has at most " + std::to_string(kMostCells) + " cells");
+    }
     const KtDbObjectId container =
         words.takeIf(L"in") ? session.block(words.take("CONTAINER")) : session.drawing().modelSpaceId();
     words.expectEnd();

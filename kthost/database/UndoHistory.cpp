@@ -44,6 +44,7 @@ Orbx::ErrorStatus UndoHistory::end() {
     }
     const Orbx::ErrorStatus status = cancelled_ ? takeBack() : Orbx::eOk;
     if (!open_.records.empty()) {
+        forgetUndone();
         done_.push_back(std::exchange(open_, {}));
         applyLimit();
     }
@@ -113,7 +114,9 @@ void UndoHistory::record(UndoRecord record) {
     if (playing_ || !database_.undoRecording()) {
         return;
     }
-    forgetUndone();
+    if (depth_ == 0) { // otherwise when the step has ended: one that is taken back has changed nothing
+        forgetUndone();
+    }
     if (depth_ == 0 && done_.empty()) {
         return;
     }

@@ -15,8 +15,8 @@ namespace kthost {
 class Database;
 
 /// The steps that a drawing's user can take back and do again. A command is one step: begin, changes, end (or
-/// cancel, which rolls them back). A step without changes is not kept. The first change kept after an undo
-/// forgets what could be redone.
+/// cancel, which rolls them back). A step without changes is not kept. The first step kept after an undo
+/// forgets what could be redone; one that is cancelled does not.
 ///
 /// A change made while no step is open joins the latest step that can be undone; where there is none it
 /// becomes part of the state below the first step. A change made while recording is off is not kept, and

@@ -39,6 +39,14 @@ TEST_F(TogetherCommand, ALineThatCannotBeDoneTakesAllBack) {
     EXPECT_EQ(drawing().history().undoable(), 1U) << "the definition alone";
 }
 
+TEST_F(TogetherCommand, ALineThatCannotBeDoneLeavesWhatCanBeRedone) {
+    run("insert R 1,1 Reference=R7");
+    run("undo");
+    EXPECT_NE(failure("together \"insert R 1,1 Reference=R8\" \"erase R9\""), "");
+    EXPECT_EQ(failure("redo"), "");
+    EXPECT_EQ(referencesByDesignator(drawing(), L"R7").size(), 1U);
+}
+
 TEST_F(TogetherCommand, CommandsOfModulesArePartOfIt) {
     host_.commands().add(L"active", L"active", &succeed);
     EXPECT_EQ(failure("together active \"define C\""), "");

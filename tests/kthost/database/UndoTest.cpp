@@ -208,6 +208,17 @@ TEST_F(Undo, RollsACancelledStepBack) {
     EXPECT_EQ(history().redoable(), 0U);
 }
 
+TEST_F(Undo, KeepsWhatCanBeRedoneWhenAStepIsCancelled) {
+    KtDbObjectId id;
+    step([&] { id = place(); });
+    ASSERT_EQ(history().undo(), Orbx::eOk);
+    history().begin(L"step");
+    define(L"C");
+    EXPECT_EQ(history().cancel(), Orbx::eOk);
+    EXPECT_EQ(history().redo(), Orbx::eOk);
+    EXPECT_FALSE(id.isErased());
+}
+
 TEST_F(Undo, RollsTheWholeOuterStepBackWhenAnInnerOneIsCancelled) {
     history().begin(L"outer");
     const KtDbObjectId id = place();

@@ -6,6 +6,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
 endif()
 option(KTDX_WERROR "Treat warnings as errors" ${ktdx_werror_default})
 option(KTDX_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(KTDX_FUZZ "Build the fuzz targets, and everything so that they can follow it; needs clang" OFF)
 
 # Every target of the project links this: the same warnings everywhere, tests included.
 add_library(ktdx_warnings INTERFACE)
@@ -22,4 +23,11 @@ target_compile_options(ktdx_warnings INTERFACE
 if(KTDX_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+endif()
+
+# The fuzzer has to follow every branch of what it drives, so all is built for it.
+if(KTDX_FUZZ)
+  set(fuzz_flags -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+  add_compile_options(${fuzz_flags} -fno-omit-frame-pointer)
+  add_link_options(${fuzz_flags})
 endif()

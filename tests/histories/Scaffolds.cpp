@@ -12,11 +12,14 @@ std::string at(int place) {
     return " " + std::to_string(place % 300) + "," + std::to_string(place / 300);
 }
 
+std::string in(const std::string& container) {
+    return container.empty() ? "" : " in " + container;
+}
+
 std::string part(const std::string& block, int number, const std::string& container) {
-    std::string line = "insert " + block + at(number);
-    line += container.empty() ? "" : " in " + container;
-    return line + " Reference=" + block.substr(0, 1) + std::to_string(number) +
-           " Value=" + std::to_string(number) + "k";
+    std::string line = "insert " + block + at(number) + in(container) + " Reference=" + block.substr(0, 1);
+    line += std::to_string(number) + " Value=" + std::to_string(number) + "k";
+    return line;
 }
 
 /// B1 in B2 in ... B8 in model space, R at the bottom.
@@ -26,7 +29,7 @@ void addChain(Drawn& drawn, History& lines) {
         const std::string outer = "B" + std::to_string(depth);
         lines.push_back("define " + outer);
         for (std::uint32_t times = 0; times <= drawn.number(1); ++times) {
-            lines.push_back("insert " + inner + at(depth) + " in " + outer);
+            lines.push_back("insert " + inner + at(depth) + in(outer));
         }
         inner = outer;
     }
@@ -42,8 +45,8 @@ void addDiamonds(History& lines) {
             lines.push_back("define " + (side + number));
         }
         for (const char* side : {"Left", "Right"}) {
-            lines.push_back("insert " + below + " 1,1 in " + side + number);
-            lines.push_back("insert " + (side + number) + " 2,2 in Top" + number);
+            lines.push_back("insert " + below + " 1,1" + in(side + number));
+            lines.push_back("insert " + (side + number) + " 2,2" + in("Top" + number));
         }
         below = "Top" + number;
     }

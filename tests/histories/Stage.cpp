@@ -55,7 +55,7 @@ std::string Stage::failureAt(kthost::Document& document) {
 }
 
 /// What is recorded of a large drawing takes long to compare, and what went wrong can be seen later as well.
-bool Stage::mayWait(kthost::Document& document) {
+bool Stage::mayWait(kthost::Document& document) const {
     const std::uint64_t objects =
         kthost::ObjectStore::instance().lastHandle(document.database()->contents().slot);
     return objects > kMostObjectsOfSmall && tally_.idleChecks % kChecksOfLarge != 0;

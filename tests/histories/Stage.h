@@ -38,7 +38,7 @@ public:
 private:
     bool perform(const std::string& line);
     std::string failureAt(kthost::Document& document);
-    bool mayWait(kthost::Document& document);
+    bool mayWait(kthost::Document& document) const;
     std::string
     differenceFromModel(const std::map<std::wstring, std::vector<ktmodel::GraphQuestion>>& questions);
 

@@ -11,7 +11,6 @@
 #include "module/Module.h"
 
 #include <new>
-#include <string>
 #include <utility>
 
 KtDxApplication* gApplication = nullptr;
@@ -26,10 +25,9 @@ constexpr const wchar_t* kServiceDictionary = L"ServiceDictionary";
 constexpr UINT kStopIcon = 0x10;
 
 void reportMissingResources() {
-    // Put together by hand: the meaning of %s in a wide format depends on the platform.
-    std::wstring text = L"Unable to load resource DLL: %s";
-    text.replace(text.find(L"%s"), 2, kResourceLibrary);
-    AfxMessageBox(text.c_str(), kStopIcon, 0);
+    // Put together beforehand: want of memory may be why the library is missing, and must not keep this
+    // unsaid.
+    AfxMessageBox(L"Unable to load resource DLL: KtDxNotifyRes.dll", kStopIcon, 0);
 }
 
 void makeApplication() {

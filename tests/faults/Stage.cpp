@@ -7,7 +7,6 @@
 #include "notify/ByAddress.h"
 #include "tests/faults/ModuleMemory.h"
 
-#include <KtArray.h>
 #include <KtDbObject.h>
 #include <ktdx/KtDxNotify.h>
 
@@ -224,6 +223,14 @@ bool Stage::update(bool force, bool notify, const std::wstring& document) {
     return updated;
 }
 
+bool Stage::takeAnswer(bool found, const IdArray& array, Ids& ids) {
+    if (!found && array.length() != ids.size()) {
+        escaped_ += "something was appended by a query that failed\n";
+    }
+    ids.assign(array.begin(), array.end());
+    return found;
+}
+
 bool Stage::tableBlocks(Ids& ids, const std::wstring& document) {
     IdArray array = toArray(ids);
     std::int32_t found = 0;
@@ -232,8 +239,7 @@ bool Stage::tableBlocks(Ids& ids, const std::wstring& document) {
             exported<decltype(&ktdxGetBlockRecordIdsOfKtDbTables)>("ktdxGetBlockRecordIdsOfKtDbTables");
         guarded("asking for tables", [&] { found = call(find(document), &array); });
     }
-    ids.assign(array.begin(), array.end());
-    return found != 0;
+    return takeAnswer(found != 0, array, ids);
 }
 
 bool Stage::tables(Ids& ids, const std::wstring& document) {
@@ -243,8 +249,7 @@ bool Stage::tables(Ids& ids, const std::wstring& document) {
         const auto call = exported<decltype(&ktdxGetKtDbTableIds)>("ktdxGetKtDbTableIds");
         guarded("asking for tables", [&] { found = call(find(document), &array); });
     }
-    ids.assign(array.begin(), array.end());
-    return found != 0;
+    return takeAnswer(found != 0, array, ids);
 }
 
 void Stage::command(const std::function<void()>& edit, const std::wstring& name) {

@@ -4,6 +4,7 @@
 #include "kthost/documents/Host.h"
 #include "tests/faults/ObservedState.h"
 
+#include <KtArray.h>
 #include <KtDbObjectId.h>
 #include <KtRxCallback.h>
 
@@ -83,6 +84,7 @@ private:
     static void function();
     void called(KtRxCallback which);
     void removeReactorsFrom(const kthost::Database* database);
+    bool takeAnswer(bool found, const KtArray<KtDbObjectId>& array, Ids& ids);
     KtApDocument* find(const std::wstring& name) const;
     template <typename Function>
     Function exported(const char* name) const;

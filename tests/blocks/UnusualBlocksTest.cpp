@@ -96,6 +96,21 @@ TEST_F(UnusualBlock, WithoutMemoryForARecordTakesItAtTheNextUpdate) {
     }
 }
 
+/// Made without room and given it for the growth length at the first element.
+void expectGrownByEight(const KtArray<KtDbObjectId>& array) {
+    EXPECT_EQ(array.growLength(), 8U);
+    EXPECT_EQ(array.physicalLength(), 8U);
+}
+
+TEST_F(UnusualBlock, ArraysOfOneElementHaveRoomForEight) {
+    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
+    KtDxBlock& block = enabledMonitor(valve_);
+    expectGrownByEight(*block.references()->at(edit_.modelSpace()));
+    expectGrownByEight(*block.attributesByReference().at(reference));
+    expectGrownByEight(block.recordIds());
+    expectGrownByEight(blocks().layoutIds());
+}
+
 /// Has no references to show.
 class SilentBlock : public KtDxBlock {
 public:

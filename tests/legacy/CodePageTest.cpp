@@ -62,6 +62,11 @@ TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatIsCutOffTheirOwnValue) {
     EXPECT_EQ(wideFromCodePage("a\xE2\x82", utf8_), L"a\u00E2\u0082");
 }
 
+TEST_F(Utf8CodePage, GivesAFirstByteWithNothingBehindItsOwnValue) {
+    EXPECT_EQ(wideFromCodePage("\xC3", utf8_), L"\u00C3");
+    EXPECT_EQ(wideFromCodePage("ab\xC3", utf8_), L"ab\u00C3");
+}
+
 TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatBreaksOffTheirOwnValue) {
     EXPECT_EQ(wideFromCodePage("a\xE2\x82z\xC3\xA9", utf8_), L"a\u00E2\u0082z\u00E9");
 }

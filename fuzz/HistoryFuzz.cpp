@@ -19,7 +19,7 @@
 /// the lines with which it begins a history.
 namespace {
 
-constexpr std::size_t kMostLines = 600;
+constexpr std::size_t kMostLines = 300;
 
 /// The generator makes few large drawings; here they would be most of the work.
 bool isLarge(const histories::History& opening) {

@@ -26,7 +26,7 @@ run_fuzz_target() {
   local seconds=$1 target=$2 length=$3 kept=$PWD/build/fuzz/corpus/$2
   mkdir -p "$kept"
   ASAN_OPTIONS=${ASAN_OPTIONS:-quarantine_size_mb=32} "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" \
-    -max_len="$length" -timeout=60 -malloc_limit_mb=512 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=1 \
+    -max_len="$length" -timeout=60 -report_slow_units=60 -malloc_limit_mb=512 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=1 \
     -artifact_prefix="$PWD/build/fuzz/findings/$target-" "$kept" "$PWD/fuzz/corpus/$target" \
     >"build/fuzz/$target.log" 2>&1
 }

@@ -18,8 +18,8 @@ public:
     ~Console();
 
     /// Runs one line (UTF-8) and then lets the message loop do what waits, the idle check among it. A line
-    /// without words does nothing. Throws CommandError when the line cannot be done; it has changed nothing
-    /// then.
+    /// without words does nothing. Throws CommandError when the line cannot be done; it has changed no
+    /// drawing then, unless what it has to put back is kept open or changes are not kept for undo.
     void run(std::string_view line);
 
     Session& session() { return session_; }

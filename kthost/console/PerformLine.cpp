@@ -26,6 +26,9 @@ void runHostCommand(Session& session, const HostCommand& command, std::vector<st
 
 void runModuleLine(Session& session, const ModuleCommand& command, const std::vector<std::wstring>& words) {
     if (session.isTogether()) {
+        if (session.document().database() != nullptr) {
+            session.joinTogether(session.drawing());
+        }
         if (callModuleCommand(session.document(), command, words) != CommandResult::done) {
             throw CommandError(""); // the command that it is part of knows what the module said
         }

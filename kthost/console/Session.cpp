@@ -5,16 +5,19 @@
 #include "kthost/database/Database.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/DynamicDefinitions.h"
+#include "kthost/database/UndoHistory.h"
 #include "kthost/documents/Host.h"
 #include "kthost/runtime/Utf8.h"
 
 #include <charconv>
-#include <memory>
 #include <ostream>
+#include <utility>
 
 namespace kthost {
 
 namespace {
+
+constexpr const wchar_t* kTogether = L"together";
 
 std::string inQuotes(std::wstring_view word) {
     return "'" + toUtf8(word) + "'";
@@ -93,18 +96,41 @@ void Session::editTogether(const std::function<void()>& lines) {
         throw CommandError("a line of several that run together cannot be several itself");
     }
     run(
-        L"together",
+        kTogether,
         [&](Database&) {
             together_ = true;
-            const std::unique_ptr<bool, void (*)(bool*)> ends(&together_, [](bool* flag) { *flag = false; });
-            lines();
+            try {
+                lines();
+            } catch (...) {
+                endTogether(false);
+                throw;
+            }
+            endTogether(true);
         },
         CommandUndo::step);
+}
+
+// The drawing that the command runs in has its step open already.
+void Session::joinTogether(Database& drawing) {
+    if (!drawing.history().isRecordingStep()) {
+        drawing.history().begin(kTogether);
+        joined_.push_back(&drawing);
+    }
+}
+
+void Session::endTogether(bool done) {
+    together_ = false;
+    for (Database* drawing : std::exchange(joined_, {})) {
+        UndoHistory& history = drawing->history();
+        // What is kept open cannot be taken back: its step stays, and can be undone later.
+        static_cast<void>(done ? history.end() : history.cancel());
+    }
 }
 
 void Session::run(const wchar_t* name, const std::function<void(Database&)>& change, CommandUndo undo) {
     Database& target = drawing();
     if (together_) {
+        joinTogether(target);
         change(target);
         return;
     }

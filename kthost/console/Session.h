@@ -56,8 +56,12 @@ public:
     void walkSteps(const wchar_t* name, const std::function<void(Database&)>& walk);
 
     /// Runs what `lines` does as one command of the host: the edits in it, and the commands of modules, are
-    /// part of that command. Throws CommandError with what `lines` threw; the drawing is as it was then.
+    /// part of that command. Where they edit drawings of other documents, each has one step of its own.
+    /// Throws CommandError with what `lines` threw; every drawing is as it was then, and what documents were
+    /// opened or chosen stays.
     void editTogether(const std::function<void()>& lines);
+    /// To be called before a line that runs together with others edits a drawing.
+    void joinTogether(Database& drawing);
 
     /// True while several lines run as one command.
     bool isTogether() const { return together_; }
@@ -74,6 +78,7 @@ private:
     KtDbObjectId remembered();
     KtDbObjectId handled(const std::wstring& word, std::uint64_t handle);
     void run(const wchar_t* name, const std::function<void(Database&)>& change, CommandUndo undo);
+    void endTogether(bool done);
     static KtDbObjectId onlyOne(const std::wstring& word, const std::vector<KtDbObjectId>& found);
 
     Host& host_;
@@ -81,6 +86,7 @@ private:
     ReadProgress* progress_;
     KtDbObjectId last_;
     HeldObjects held_;
+    std::vector<Database*> joined_; // with a step open until the lines have run; none can be closed before
     bool together_ = false;
     bool quitting_ = false;
 };

@@ -86,6 +86,32 @@ TEST_F(TogetherCommand, GoesOnInTheDocumentThatBecomesCurrent) {
     EXPECT_FALSE(recordByName(drawing(), L"C").isNull());
 }
 
+TEST_F(TogetherCommand, ALineThatCannotBeDoneTakesBackWhatWasDoneInOtherDrawings) {
+    run("new other");
+    const std::wstring before = dump();
+    run("current plan");
+    EXPECT_NE(failure("together \"current other\" \"define C\" \"erase R8\""), "");
+    EXPECT_EQ(host_.documents().currentDocument()->name(), std::wstring(L"other"));
+    EXPECT_EQ(dump(), before);
+    EXPECT_EQ(drawing().history().undoable(), 0U);
+}
+
+TEST_F(TogetherCommand, ItsLinesAreOneStepInEachDrawing) {
+    run("new other");
+    run("current plan");
+    run("together \"define B\" \"current other\" \"define C\" \"define D\"");
+    EXPECT_EQ(drawing().history().undoable(), 1U);
+    EXPECT_EQ(failure("undo"), "");
+    EXPECT_TRUE(recordByName(drawing(), L"C").isNull());
+}
+
+TEST_F(TogetherCommand, CannotWalkTheStepsOfAnotherDrawing) {
+    run("new other");
+    run("define C");
+    run("current plan");
+    EXPECT_THAT(failure("together \"current other\" \"undo\""), HasSubstr("not now"));
+}
+
 } // namespace
 
 } // namespace kthost

@@ -30,7 +30,7 @@ run_histories() {
 report_histories() {
   local out=$1 script
   grep -hE '^from seed' "$out"/*.log || true
-  sed -n '/^seed [0-9]*, line/,/^# /p' "$out"/*.log
+  sed -n '/^seed [0-9]*, line/,/^\[  FAILED/p' "$out"/*.log
   for script in "$out"/*.script; do
     if [ -e "$script" ]; then
       echo "a crash; play it again with KTDX_SCRIPT=$script build/release/bin/history_tests"

@@ -4,12 +4,23 @@
 #include "tests/histories/Generator.h"
 #include "tests/histories/Stage.h"
 
+#include <sstream>
+
 namespace histories {
 
 namespace {
 
 std::string kindOf(const std::string& failure) {
     return failure.substr(0, failure.find(':'));
+}
+
+std::string asComments(const std::string& text) {
+    std::istringstream lines(text);
+    std::string comments;
+    for (std::string line; std::getline(lines, line);) {
+        comments.append("# ").append(line).append("\n");
+    }
+    return comments;
 }
 
 /// Plays lines one by one, and notes them.
@@ -74,12 +85,14 @@ History shrinkFault(const Outcome& outcome) {
 
 std::string describeFault(const Outcome& outcome, std::uint32_t seed) {
     const History shortest = shrinkFault(outcome);
-    std::string text = "seed " + std::to_string(seed) + ", line " + std::to_string(outcome.history.size()) +
-                       ": " + outcome.failure + "\nThis script shows it:\n";
+    std::string text =
+        "seed " + std::to_string(seed) + ", line " + std::to_string(outcome.history.size()) + ": " +
+        outcome.failure +
+        "\nThis script shows it, beside the modules (Puppets.kmx is built in test_modules/):\n";
     for (const std::string& line : shortest) {
         text += line + "\n";
     }
-    return text + "# " + play(shortest).failure;
+    return text + asComments(play(shortest).failure);
 }
 
 } // namespace histories

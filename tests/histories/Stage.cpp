@@ -45,6 +45,9 @@ std::string Stage::run(const std::string& line) {
 }
 
 std::string Stage::failureAt(kthost::Document& document) {
+    if (document.database() == nullptr) {
+        return differenceFromModel({});
+    }
     std::string failure =
         mayWait(document) ? "" : differenceFromModel({{document.name(), questions_.about(document)}});
     if (failure.empty()) {

@@ -167,9 +167,11 @@ def statements_changed(file, source, code):
     for start, end, indentation in simple_statements(code):
         if not inside(start):
             continue
-        # Room that is asked for in advance is a matter of time only.
-        is_room = re.match(r"[\w.>-]*\breserve\(", code[start:end])
-        if not is_room and (not re.match(r"return [^;]", code[start:end]) or is_in_branch(code, start)):
+        # Room that is asked for in advance is a matter of time only, wherever it is asked for.
+        if re.match(r"[\w.>-]*\breserve\(", code[start:end]):
+            before = None
+            continue
+        if not re.match(r"return [^;]", code[start:end]) or is_in_branch(code, start):
             yield Change(file, start, end, ";", "dropped")
         gap = code[before[1]:start].strip(BLANK + " \t\n") if before else "x"
         if before and are_independent(code[before[0]:before[1]], code[start:end]):

@@ -77,6 +77,23 @@ TEST_F(UnusualBlock, ThatAnExceptionEndsWithoutAnOwnerIsGone) {
     EXPECT_EQ(block, nullptr);
 }
 
+TEST_F(UnusualBlock, WithoutMemoryIsNoBlockAndReachedByNoKey) {
+    const OpenedObject<KtDbBlockTableRecord> opened(valve_, KtDb::kForRead);
+    bool failed = true;
+    for (std::size_t k = 1; failed; ++k) {
+        KtDxBlock* made = nullptr;
+        Orbx::ErrorStatus status = Orbx::eOk;
+        {
+            const FailingAllocation none(k);
+            status = owner_->createBlockMonitor(made, opened.get());
+            failed = none.hasFailed();
+        }
+        EXPECT_EQ(status, failed ? Orbx::eMissing : Orbx::eOk) << k;
+        EXPECT_EQ(made == nullptr, failed) << k;
+        EXPECT_EQ(keysOf(*owner_), failed ? IdSet() : IdSet{valve_}) << k;
+    }
+}
+
 TEST_F(UnusualBlock, WithoutMemoryForARecordTakesItAtTheNextUpdate) {
     const KtDbObjectId other = edit_.anonymous();
     bool failed = true;

@@ -291,3 +291,21 @@ TEST_F(TwinTest, SeesACallThatTheModuleDidNotMake) {
     place(r_);
     EXPECT_THAT(command([] {}), HasSubstr("callbacks called: expected"));
 }
+
+// What lies in a representation alone is not inside its definition: the definition's own references are
+// followed.
+TEST_F(TwinTest, AgreesThatABlockInARepresentationAloneIsNotReachedThroughItsDefinition) {
+    must(makeDynamic(drawing(), r_));
+    KtDbObjectId representation;
+    must(addRepresentation(drawing(), r_, L"one", representation));
+    place(s_, representation);
+    attach(first, {s_});
+    int calls = 0;
+    onFirst = [&calls] { ++calls; };
+    EXPECT_EQ(command([&] { place(representation); }), "");
+    EXPECT_EQ(calls, 0);
+    EXPECT_EQ(command([&] { place(s_, r_), place(representation); }), "");
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(command([&] { place(representation); }), "");
+    EXPECT_EQ(calls, 2);
+}

@@ -13,6 +13,15 @@
 
 namespace {
 
+/// False also when there is no memory: counting then answers as where something is missing.
+bool isFirstVisit(KtDbObjectId block, KtDbObjectIdSet& visited) {
+    try {
+        return visited.insert(block).second;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
 void followNesting(const BlockNesting& nesting, KtDbObjectId container, bool recursive,
                    KtDbObjectIdSet& nested, KtDbObjectIdSet& visited) {
     std::vector<KtDbObjectId> toVisit{container}; // not recursion: drawings nest as deep as they like
@@ -64,7 +73,7 @@ std::uint32_t KtDxBlocks::countReferences(KtDbObjectId block, KtDbObjectId conta
     if (!blockMonitors_.contains(block) || !blockMonitors_.contains(container)) {
         return 0;
     }
-    if (recursive && !visited.insert(block).second) {
+    if (recursive && !isFirstVisit(block, visited)) {
         return 0;
     }
     const KtDxBlock::References* references = referencesOf(block);

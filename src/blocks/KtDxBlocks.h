@@ -49,7 +49,7 @@ public:
 
     /// How many references of a block lie in a container: straight in it, and, when recursive, also through
     /// blocks that are themselves placed straight in it; deeper ones are not counted. `visited` stops
-    /// repeats.
+    /// repeats. 0 when something is missing, memory included.
     virtual std::uint32_t countReferences(KtDbObjectId block, KtDbObjectId container, bool recursive,
                                           KtDbObjectIdSet& visited);
     virtual std::uint32_t countReferences(KtDbObjectId block, KtDbObjectId container, bool recursive);

@@ -252,6 +252,33 @@ void playFromInside(Stage& stage) {
     stage.detach(2);
 }
 
+void playGraph(Stage& stage) {
+    stage.attach(0, {named(stage.drawing(), L"other")});
+    stage.askGraph();
+}
+
+/// The host has no time for idle checks.
+void playBusy(Stage& stage) {
+    Database& drawing = stage.drawing();
+    kthost::Document& plan = stage.document();
+    const KtDbObjectId valve = named(drawing, L"valve");
+    stage.attach(0, {valve});
+    stage.attachIdle(1, 1000);
+    plan.setPendingInputCount(1);
+    stage.command([&] { insert(drawing, valve); });
+    plan.setPendingInputCount(0);
+    plan.setDialogOpen(true);
+    stage.command([] {});
+    plan.setDialogOpen(false);
+    stage.host().documents().lock(plan, KtAp::kWrite, L"palette");
+    stage.command([] {});
+    static_cast<void>(stage.host().documents().unlock(plan, L"palette"));
+    stage.command([] {});
+    stage.command([] {}); // too early for the interval
+    stage.attach(2, {});
+    stage.attachIdle(1, 0);
+}
+
 } // namespace
 
 const std::vector<History>& histories() {
@@ -261,6 +288,7 @@ const std::vector<History>& histories() {
         {"Nested", &prepareNested, &playNested},       {"External", &prepareExternal, &playExternal},
         {"Documents", &prepareValves, &playDocuments}, {"IdleClients", &prepareValves, &playIdleClients},
         {"Tables", &prepareTables, &playTables},       {"FromInside", &prepareValves, &playFromInside},
+        {"Graph", &prepareExternal, &playGraph},       {"Busy", &prepareValves, &playBusy},
     };
     return all;
 }

@@ -252,6 +252,15 @@ bool Stage::tables(Ids& ids, const std::wstring& document) {
     return takeAnswer(found != 0, array, ids);
 }
 
+std::uint32_t Stage::askGraph() {
+    std::uint32_t sum = 0;
+    if (loaded_) {
+        const auto ask = exported<std::uint32_t (*)(KtApDocument*)>("ktdxAskGraph");
+        guarded("asking about the graph", [&] { sum = ask(&document()); });
+    }
+    return sum;
+}
+
 void Stage::command(const std::function<void()>& edit, const std::wstring& name) {
     kthost::Document& edited = document(name);
     guarded("a command", [&] {

@@ -52,6 +52,8 @@ public:
     bool update(bool force, bool notify, const std::wstring& document = L"plan");
     bool tableBlocks(Ids& ids, const std::wstring& document = L"plan");
     bool tables(Ids& ids, const std::wstring& document = L"plan");
+    /// Every question about every pair of blocks; the sum of the answers.
+    std::uint32_t askGraph();
     /// What the function does when it is called next.
     void onCall(std::size_t rank, std::function<void()> action);
 

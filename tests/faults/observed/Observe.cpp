@@ -15,6 +15,7 @@
 #include "tests/faults/ObservedState.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string>
@@ -152,6 +153,27 @@ extern "C" KTDX_EXPORT void ktdxStartAfresh() {
     gIdleCheckMessage = 0;
     gTimerCount = 0; // of records that were given up, their documents having gone without a word
     delete std::exchange(gCmdLineHook, nullptr);
+}
+
+/// Asks every question about every pair of blocks; the sum of the answers.
+extern "C" KTDX_EXPORT std::uint32_t ktdxAskGraph(KtApDocument* document) {
+    KtDxDocument* record = documentRecord(document, false);
+    KtDxBlocks* blocks = record == nullptr ? nullptr : record->blocks();
+    std::uint32_t sum = 0;
+    if (blocks == nullptr) {
+        return sum;
+    }
+    for (const auto& [block, monitor] : blocks->blockMonitors()) {
+        KtDbObjectIdSet nested;
+        sum += blocks->collectNestedBlocks(block, true, nested) == Orbx::eOk ? 1U : 0U;
+        for (const bool yes : {false, true}) {
+            sum += blocks->countInstances(block, yes, true);
+            for (const auto& [container, other] : blocks->blockMonitors()) {
+                sum += blocks->countReferences(block, container, yes);
+            }
+        }
+    }
+    return sum;
 }
 
 extern "C" KTDX_EXPORT void ktdxObserve(KtApDocument* document, ObservedState& state) {

@@ -1,6 +1,10 @@
+#include "legacy/ArchiveReader.h"
+#include "legacy/CEattMain.h"
 #include "legacy/TemplateFailure.h"
+#include "legacy/TemplateStream.h"
 #include "tests/legacy/CountedMemory.h"
 #include "tests/legacy/LoadedTemplate.h"
+#include "tests/legacy/MemorySource.h"
 #include "tests/legacy/TempFile.h"
 
 #include <ktdx/KtDxNotify.h>
@@ -38,6 +42,20 @@ void expectModestPeak(const TemplateBytes& bytes) {
 
 TEST(TemplateLimits, AreToldOfWhenABlockCountIsAbsurd) {
     EXPECT_STREQ(AbsurdBlockCount().what(), "more blocks are announced than any memory can hold");
+}
+
+/// Reads a template that announces so many blocks and has none.
+void readAnnounced(std::uint64_t blocks) {
+    MemorySource source(TemplateBytes().u32(1).u16(0xFFFF).u32(0xFFFFFFFF).u64(blocks).bytes());
+    ArchiveReader reader(source);
+    CEattMain header;
+    loadTemplate(reader, header);
+}
+
+TEST(TemplateLimits, LieBehindTheGreatestNumberOfBlocksThatAnArrayCanHave) {
+    const std::uint64_t most = CEattBlockArray().max_size();
+    EXPECT_THROW(readAnnounced(most), ArchiveFailure);
+    EXPECT_THROW(readAnnounced(most + 1), AbsurdBlockCount);
 }
 
 std::string uniqueText8(std::uint32_t i) {

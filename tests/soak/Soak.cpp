@@ -11,6 +11,7 @@
 #include "tests/histories/Drawn.h"
 #include "tests/histories/Generator.h"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -88,6 +89,7 @@ Measured Soak::run() {
     for (std::size_t number = 0; number < rounds; ++number) {
         round(settings_.seed + static_cast<std::uint32_t>(number));
         measured_.memory.push_back(ownMemory());
+        measured_.allocated.push_back(allocatedMemory());
         measured_.idleCheck.push_back(static_cast<double>(idleTime_) / static_cast<double>(idleChecks_) *
                                       1e6 / CLOCKS_PER_SEC);
     }
@@ -209,6 +211,11 @@ double ownMemory() {
         throw std::runtime_error("the system does not say how much memory is the process's own");
     }
     return (resident - shared) * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
+double allocatedMemory() {
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
 } // namespace soak

@@ -23,6 +23,7 @@ struct Settings {
 /// What was measured at the end of each round.
 struct Measured {
     std::vector<double> memory;    ///< of the process's own, bytes
+    std::vector<double> allocated; ///< of that, what the program has asked for and not given back
     std::vector<double> idleCheck; ///< mean of the round's idle checks, microseconds of the processor's time
     std::size_t done = 0;          ///< commands that could be done
     std::size_t refused = 0;
@@ -75,5 +76,6 @@ std::filesystem::path largestOf(const std::vector<std::filesystem::path>& drawin
 
 /// Memory that is this process's own and no other's, bytes.
 double ownMemory();
+double allocatedMemory();
 
 } // namespace soak

@@ -62,7 +62,7 @@ public:
         out_.str("");
         const bool comparable = canTakeBack();
         const State before = comparable ? state() : State();
-        if (!perform(text) && comparable) {
+        if (!perform(text) && comparable && canTakeBack()) {
             State after = state();
             after.resize(std::min(after.size(), before.size())); // others may have been opened, and stay
             requireSame(text, before, after);

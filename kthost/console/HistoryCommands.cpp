@@ -86,6 +86,9 @@ void runRecording(Session& session, Words& words) {
         words.expect(L"off");
     }
     words.expectEnd();
+    if (session.isTogether()) {
+        throw CommandError("not now: a step is being kept");
+    }
     session.drawing().setUndoRecording(on);
     session.say(on ? "changes are kept for undo" : "changes are not kept for undo");
 }

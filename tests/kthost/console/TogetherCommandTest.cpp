@@ -79,6 +79,12 @@ TEST_F(TogetherCommand, CannotWalkTheStepsOfItsDrawing) {
     EXPECT_THAT(failure("together \"forget\""), HasSubstr("a step is being kept"));
 }
 
+TEST_F(TogetherCommand, KeepsChangesForUndoTillItsEnd) {
+    const std::wstring before = dump();
+    EXPECT_THAT(failure("together \"recording off\" \"define C\" \"recording on\""), HasSubstr("not now"));
+    EXPECT_EQ(dump(), before);
+}
+
 TEST_F(TogetherCommand, GoesOnInTheDocumentThatBecomesCurrent) {
     run("new other");
     run("together \"current plan\" \"define C\"");

@@ -35,13 +35,13 @@ report_fuzz() {
   local target length log
   while read -r target length; do
     log=build/fuzz/$target.log
-    if grep -q '^Test unit written to' "$log"; then
+    if grep -q 'Test unit written to' "$log"; then
       tail -n 60 "$log"
     fi
     awk -v target="$target" '/^#[0-9]+.* cov: / { for (i = 1; i < NF; ++i) if ($i == "cov:") reached = $(i + 1) }
       /^stat::number_of_executed_units:/ { runs = $2 }
       /^stat::peak_rss_mb:/ { memory = $2 }
-      /^Test unit written to/ { found = $NF }
+      /Test unit written to/ { found = $NF }
       END { printf "%s: %d runs, %d edges reached, %d MB at most%s\n", target, runs, reached, memory,
         found == "" ? "" : ", FOUND " found }' "$log"
   done <<<"$fuzz_targets"

@@ -19,6 +19,7 @@
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 namespace soak {
 
@@ -59,7 +60,7 @@ std::size_t referencesIn(const fs::path& drawing) {
 
 } // namespace
 
-Soak::Soak(const Settings& settings) : settings_(settings) {
+Soak::Soak(Settings settings) : settings_(std::move(settings)) {
     host_.clock().set(1'000'000);
     load();
     openKept();

@@ -39,7 +39,7 @@ public:
     static constexpr std::size_t kCommandsEach = 250;
 
     /// Throws CommandError when the modules or the drawing cannot be opened.
-    explicit Soak(const Settings& settings);
+    explicit Soak(Settings settings);
 
     Measured run();
     /// What the audit found; to be asked when all has run.

@@ -27,6 +27,7 @@ public:
     /// Closes everything, the latest first; gives the number of openings. What went with its drawing needs no
     /// closing any more, and is not counted.
     std::size_t releaseAll();
+
     /// Openings kept, with those that went with their drawing.
     std::size_t count() const { return openings_.size(); }
 

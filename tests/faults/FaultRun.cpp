@@ -2,7 +2,6 @@
 
 #include "kthost/database/OpenObjects.h"
 #include "tests/faults/ModuleMemory.h"
-#include "tests/support/FailingAllocation.h"
 
 #include <algorithm>
 #include <array>
@@ -50,8 +49,7 @@ public:
         if (fault.k != 0 && fault.call) {
             Faults::instance().fail(*fault.call, fault.k, Orbx::eTooManyReaders, fault.andAllAfter);
         }
-        memory_ = std::make_unique<FailingFiltered>(&modulememory::isAskedForByModule,
-                                                    fault.call ? 0 : fault.k, fault.andAllAfter);
+        memory_ = std::make_unique<modulememory::Failing>(fault.call ? 0 : fault.k, fault.andAllAfter);
     }
 
     Armed(const Armed&) = delete;
@@ -61,7 +59,7 @@ public:
         if (result_ == nullptr) {
             return;
         }
-        result_->allocations = FailingFiltered::count();
+        result_->allocations = modulememory::Failing::count();
         memory_.reset();
         for (std::size_t kind = 0; kind < kKinds; ++kind) {
             result_->calls.push_back(Faults::instance().calls(static_cast<HostCall>(kind)));
@@ -71,7 +69,7 @@ public:
 
 private:
     RunResult* result_;
-    std::unique_ptr<FailingFiltered> memory_;
+    std::unique_ptr<modulememory::Failing> memory_;
 };
 
 /// Whichever order the addresses of their timers are in.

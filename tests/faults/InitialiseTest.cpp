@@ -1,7 +1,6 @@
 #include "kthost/runtime/Faults.h"
 #include "tests/faults/ModuleMemory.h"
 #include "tests/faults/Stage.h"
-#include "tests/support/FailingAllocation.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +10,7 @@ TEST(Initialise, SaysThatItsResourcesAreMissingAlsoWhenThereIsNoMemory) {
     Stage stage;
     kthost::Faults::instance().fail(kthost::HostCall::loadResource, 1, Orbx::eInvalidInput);
     {
-        const FailingFiltered none(&modulememory::isAskedForByModule, 1, true);
+        const modulememory::Failing none(1, true);
         stage.load();
     }
     EXPECT_FALSE(stage.isLoaded());
@@ -23,19 +22,19 @@ TEST(Initialise, SaysThatItsResourcesAreMissingAlsoWhenThereIsNoMemory) {
 /// What the host and the tests allocate does not count as the module's.
 TEST(ModuleMemory, CountsNothingOfAHostWithoutTheModule) {
     Stage stage;
-    const FailingFiltered counting(&modulememory::isAskedForByModule, 0);
+    const modulememory::Failing counting(0);
     stage.open(L"plan");
     stage.command([] {});
-    EXPECT_EQ(FailingFiltered::count(), 0U);
+    EXPECT_EQ(modulememory::Failing::count(), 0U);
 }
 
 TEST(ModuleMemory, CountsTheApplicationObjectAndTheRecordOfADocument) {
     Stage stage;
-    const FailingFiltered counting(&modulememory::isAskedForByModule, 0);
+    const modulememory::Failing counting(0);
     stage.load();
-    EXPECT_EQ(FailingFiltered::count(), 1U); // the application
+    EXPECT_EQ(modulememory::Failing::count(), 1U); // the application
     stage.open(L"plan");
-    EXPECT_EQ(FailingFiltered::count(), 4U); // the record, its entry, the set of open documents
+    EXPECT_EQ(modulememory::Failing::count(), 4U); // the record, its entry, the set of open documents
 }
 
 } // namespace

@@ -58,7 +58,7 @@ Stage::Stage() : functions_{&function<0>, &function<1>, &function<2>, &function<
     if (!heldModule()) {
         throw std::runtime_error("the module under observation cannot be loaded");
     }
-    modulememory::setModule(heldModule().range());
+    modulememory::setModule(heldModule());
     reinterpret_cast<void (*)()>(heldModule().symbol("ktdxStartAfresh"))();
     std::ranges::sort(functions_, ByAddress{});
     current = this;

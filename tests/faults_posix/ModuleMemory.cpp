@@ -1,4 +1,9 @@
+// One operator new serves all: the module's allocations are told by the code that asks for the memory, and
+// where that is the standard library's, by the code that has called it.
+
 #include "tests/faults/ModuleMemory.h"
+
+#include "tests/support/FailingAllocation.h"
 
 #include <link.h>
 #include <unwind.h>
@@ -6,12 +11,14 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 
 namespace modulememory {
 
 namespace {
 
 kthost::AddressRange moduleRange;
+std::optional<FailingFiltered> order;
 
 int takeIfStandardLibrary(dl_phdr_info* library, std::size_t /*size*/, void* into) {
     if (std::strstr(library->dlpi_name, "libstdc++") == nullptr) {
@@ -65,17 +72,30 @@ const void* callerOfStandardLibrary() {
     return search.caller;
 }
 
-} // namespace
-
-void setModule(const kthost::AddressRange& range) {
-    moduleRange = range;
-}
-
+/// Must not allocate.
 bool isAskedForByModule(const void* caller) {
     if (moduleRange.contains(caller)) {
         return true;
     }
     return standardLibrary().contains(caller) && moduleRange.contains(callerOfStandardLibrary());
+}
+
+} // namespace
+
+void setModule(const kthost::SharedLibrary& module) {
+    moduleRange = module.range();
+}
+
+Failing::Failing(std::size_t k, bool andAllAfter) {
+    order.emplace(&isAskedForByModule, k, andAllAfter);
+}
+
+Failing::~Failing() {
+    order.reset();
+}
+
+std::size_t Failing::count() {
+    return FailingFiltered::count();
 }
 
 } // namespace modulememory

@@ -1,5 +1,7 @@
 #include "tests/legacy/CountedMemory.h"
 
+#include "tests/legacy/HeapSize.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <limits>
@@ -8,7 +10,6 @@
 namespace {
 
 constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
-constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 std::size_t currentBytes = 0;
 std::size_t peakBytes = 0;
@@ -28,14 +29,12 @@ bool mustFail() {
 
 /// Null when it fails.
 void* tryToGive(std::size_t size) noexcept {
-    void* memory = mustFail() ? nullptr : std::malloc(size + kHeader);
-    if (memory == nullptr) {
-        return nullptr;
+    void* memory = mustFail() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr) {
+        currentBytes += heapSize(memory);
+        peakBytes = std::max(peakBytes, currentBytes);
     }
-    *static_cast<std::size_t*>(memory) = size;
-    currentBytes += size;
-    peakBytes = std::max(peakBytes, currentBytes);
-    return static_cast<unsigned char*>(memory) + kHeader;
+    return memory;
 }
 
 void* give(std::size_t size) {
@@ -48,9 +47,8 @@ void* give(std::size_t size) {
 
 void takeBack(void* given) noexcept {
     if (given != nullptr) {
-        void* memory = static_cast<unsigned char*>(given) - kHeader;
-        currentBytes -= *static_cast<std::size_t*>(memory);
-        std::free(memory);
+        currentBytes -= heapSize(given);
+        std::free(given);
     }
 }
 

@@ -15,11 +15,11 @@ using Reader = decltype(&ktdxReadLegacyBlkTemplate);
 class LoadedModuleReader {
 public:
     LoadedModuleReader() {
-        if (!host_.modules().load(std::filesystem::path(KTDX_BINARIES) / "KtDxNotify.kmx")) {
-            throw std::runtime_error("KtDxNotify.kmx could not be loaded");
+        if (!host_.modules().load(std::filesystem::path(KTDX_BINARIES) / KTDX_LOADED_MODULE)) {
+            throw std::runtime_error(KTDX_LOADED_MODULE " could not be loaded");
         }
-        reader_ =
-            reinterpret_cast<Reader>(host_.modules().exportOf("KtDxNotify.kmx", "ktdxReadLegacyBlkTemplate"));
+        reader_ = reinterpret_cast<Reader>(
+            host_.modules().exportOf(KTDX_LOADED_MODULE, "ktdxReadLegacyBlkTemplate"));
     }
 
     Reader reader() const { return reader_; }

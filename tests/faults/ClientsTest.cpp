@@ -135,8 +135,8 @@ TEST_P(ClosingOrder, LeavesTheOtherDocumentsTheirCallsAndNothingBehind) {
     for (std::size_t closed = 0; closed < 4; ++closed) {
         stage_.close(nameOf(GetParam().at(closed)));
         for (std::size_t left = closed + 1; left < 4; ++left) {
-            const std::string rank = std::to_string(GetParam().at(left));
-            EXPECT_EQ(callsOf(GetParam().at(left)), rank + ' ' + rank + ' ');
+            const std::string call = std::to_string(GetParam().at(left)) + ' ';
+            EXPECT_EQ(callsOf(GetParam().at(left)), call + call);
         }
     }
     EXPECT_THAT(stage_.leftWithDocuments(), IsEmpty());

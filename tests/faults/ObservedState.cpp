@@ -24,7 +24,8 @@ std::string differenceOf(const ObservedState::Facts& expected, const ObservedSta
         const std::string wanted = valueIn(expected, fact);
         const std::string found = valueIn(actual, fact);
         if (wanted != found && !ignore(fact)) {
-            text += "  " + fact + ": " + found + " and not " + wanted + "\n";
+            text.append("  ").append(fact).append(": ").append(found);
+            text.append(" and not ").append(wanted).append("\n");
         }
     }
     return text;

@@ -58,7 +58,7 @@ public:
     void onCall(std::size_t rank, std::function<void()> action);
 
     /// An edit, and the idle check behind it.
-    void command(const std::function<void()>& edit, const std::wstring& document = L"plan");
+    void command(const std::function<void()>& edit, const std::wstring& name = L"plan");
 
     // After a fault.
     /// Everything recorded is brought up to date; false for a document whose monitor cannot be reached.

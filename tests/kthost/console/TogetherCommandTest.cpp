@@ -22,13 +22,13 @@ class TogetherCommand : public ConsoleTest {};
 
 TEST_F(TogetherCommand, ItsLinesAreOneStep) {
     const std::wstring before = dump();
-    run("together \"insert R 1,1 Reference=R7\" \"copy R7 2,2\"");
+    run(R"(together "insert R 1,1 Reference=R7" "copy R7 2,2")");
     run("undo");
     EXPECT_EQ(dump(), before);
 }
 
 TEST_F(TogetherCommand, ALineSeesWhatThoseBeforeDid) {
-    run("together \"insert R 1,1 Reference=R7 Value=1k\" \"set @last Value \"\"2 k\"\"\"");
+    run(R"(together "insert R 1,1 Reference=R7 Value=1k" "set @last Value ""2 k""")");
     EXPECT_THAT(dump(), HasSubstr(L"2 k"));
 }
 
@@ -87,7 +87,7 @@ TEST_F(TogetherCommand, KeepsChangesForUndoTillItsEnd) {
 
 TEST_F(TogetherCommand, GoesOnInTheDocumentThatBecomesCurrent) {
     run("new other");
-    run("together \"current plan\" \"define C\"");
+    run(R"(together "current plan" "define C")");
     EXPECT_EQ(host_.documents().currentDocument()->name(), std::wstring(L"plan"));
     EXPECT_FALSE(recordByName(drawing(), L"C").isNull());
 }
@@ -105,7 +105,7 @@ TEST_F(TogetherCommand, ALineThatCannotBeDoneTakesBackWhatWasDoneInOtherDrawings
 TEST_F(TogetherCommand, ItsLinesAreOneStepInEachDrawing) {
     run("new other");
     run("current plan");
-    run("together \"define B\" \"current other\" \"define C\" \"define D\"");
+    run(R"(together "define B" "current other" "define C" "define D")");
     EXPECT_EQ(drawing().history().undoable(), 1U);
     EXPECT_EQ(failure("undo"), "");
     EXPECT_TRUE(recordByName(drawing(), L"C").isNull());

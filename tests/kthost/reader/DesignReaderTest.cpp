@@ -261,8 +261,11 @@ TEST_F(DesignReader, RefusesSymbolsThatMultiplyWithoutEnd) {
 std::string sheets(int count, const std::string& uuid, const std::string& file) {
     std::string all;
     for (int i = 0; i < count; ++i) {
-        all += "(sheet (uuid \"" + uuid + "\") (property \"Sheetname\" \"S\") (property \"Sheetfile\" \"" +
-               file + "\"))";
+        all += R"((sheet (uuid ")";
+        all += uuid;
+        all += R"(") (property "Sheetname" "S") (property "Sheetfile" ")";
+        all += file;
+        all += R"(")))";
     }
     return all;
 }
@@ -278,12 +281,12 @@ TEST_F(DesignReader, RefusesALongUuidAboveManyPlaces) {
 TEST_F(DesignReader, RefusesALongReferenceInManyPlaces) {
     write("root.kicad_sch", sheets(100, "x", "x"));
     write("x", sheets(100, "x", "y"));
-    write("y", "(symbol (lib_id a) (property \"Reference\" \"" + std::string(100'000, 'R') + "\"))");
+    write("y", R"((symbol (lib_id a) (property "Reference" ")" + std::string(100'000, 'R') + "\"))");
     EXPECT_THAT(error(), HasSubstr(" characters after expansion"));
 }
 
 TEST_F(DesignReader, RefusesAReferenceOfTheRootThatManySymbolsShare) {
-    write("root.kicad_sch", sheets(1, "x", "x") + "(symbol_instances (path \"/x/u\" (reference \"" +
+    write("root.kicad_sch", sheets(1, "x", "x") + R"((symbol_instances (path "/x/u" (reference ")" +
                                 std::string(100'000, 'R') + "\")))");
     std::string symbols;
     for (int i = 0; i < 1000; ++i) {
@@ -299,7 +302,7 @@ TEST_F(DesignReader, RefusesALongReferenceThatManySymbolsOfTheRootShare) {
         symbols += "(symbol (lib_id a) (uuid u))";
     }
     write("root.kicad_sch",
-          symbols + "(symbol_instances (path \"/u\" (reference \"" + std::string(100'000, 'R') + "\")))");
+          symbols + R"((symbol_instances (path "/u" (reference ")" + std::string(100'000, 'R') + "\")))");
     EXPECT_THAT(error(), HasSubstr(" characters after expansion, found more in the root"));
 }
 
@@ -307,7 +310,7 @@ TEST_F(DesignReader, ReadsASheetOfManySymbolsInManyPlaces) {
     write("root.kicad_sch", sheets(256, "x", "x"));
     std::string symbols;
     for (int i = 0; i < 200; ++i) {
-        symbols += "(symbol (lib_id a) (property \"Reference\" \"R1\"))";
+        symbols += R"((symbol (lib_id a) (property "Reference" "R1")))";
     }
     write("x", symbols);
     EXPECT_EQ(read().instances.size(), 257U);

@@ -7,7 +7,7 @@ console 4096
 history 2048'
 
 # run_fuzz [SECONDS]: each target that long, as many at a time as there are cores, from the project's seeds and from what
-# earlier runs have kept; with other inputs each time unless KTDX_FUZZ_SEED is set. What it finds stays in build/fuzz/findings/, what each target said in build/fuzz/TARGET.log.
+# earlier runs have kept. What it finds stays in build/fuzz/findings/, what each target said in build/fuzz/TARGET.log.
 run_fuzz() {
   local seconds=${1:-60} failed=
   require "$needs_to_build$needs_to_test$needs_to_check"
@@ -26,7 +26,7 @@ run_fuzz_target() {
   local seconds=$1 target=$2 length=$3 kept=$PWD/build/fuzz/corpus/$2
   mkdir -p "$kept"
   ASAN_OPTIONS=${ASAN_OPTIONS:-quarantine_size_mb=32} "build/fuzz/bin/${target}_fuzz" -max_total_time="$seconds" \
-    -max_len="$length" -seed="${KTDX_FUZZ_SEED:-0}" -timeout=60 -report_slow_units=60 -malloc_limit_mb=512 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=1 \
+    -max_len="$length" -timeout=60 -report_slow_units=60 -malloc_limit_mb=512 -rss_limit_mb=2048 -print_final_stats=1 -verbosity=1 \
     -artifact_prefix="$PWD/build/fuzz/findings/$target-" "$kept" "$PWD/fuzz/corpus/$target" \
     >"build/fuzz/$target.log" 2>&1
 }

@@ -71,6 +71,11 @@ TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatBreaksOffTheirOwnValue) {
     EXPECT_EQ(wideFromCodePage("a\xE2\x82z\xC3\xA9", utf8_), L"a\u00E2\u0082z\u00E9");
 }
 
+TEST_F(Utf8CodePage, GivesTheBytesOfAnOldLongFormTheirOwnValue) {
+    EXPECT_EQ(wideFromCodePage("\xC3\xA9\xFC\xBC\xBC\xBC\xBC\xBCz", utf8_),
+              L"\u00E9\u00FC\u00BC\u00BC\u00BC\u00BC\u00BCz");
+}
+
 TEST(CodePage, GivesBytesTheirOwnValueWhereTheLocaleKnowsOnlyAscii) {
     EXPECT_EQ(wideFromCodePage("\xC3\xA9", std::locale::classic()), L"\u00C3\u00A9");
 }

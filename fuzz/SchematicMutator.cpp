@@ -1,16 +1,14 @@
+#include "fuzz/Mutation.h"
 #include "fuzz/SheetBundle.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// Changes schematics list by list: blind changes hardly ever leave the parentheses in pairs.
-
-extern "C" std::size_t LLVMFuzzerMutate(unsigned char* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
@@ -167,15 +165,9 @@ constexpr const char* kLists[] = {
     "(dnp yes)",
     "(embedded_files (file (data |AAAA|)))"};
 
-class Mutation {
-    // Before those that use it: what it returns is deduced.
-    template <typename List>
-    const auto& oneOf(const List& list) {
-        return list[below(std::size(list))];
-    }
-
+class Mutation : private Chance {
 public:
-    explicit Mutation(unsigned seed) : random_(seed) {}
+    using Chance::Chance;
 
     std::string applyTo(std::string text) {
         for (std::size_t count = 1 + below(4); count > 0; --count) {
@@ -265,17 +257,7 @@ private:
         return text + std::string(kSheetBreak) + "(kicad_sch (version 20231120) (uuid \"root\") " +
                oneOf(kLists) + oneOf(kLists) + ")";
     }
-
-    std::size_t below(std::size_t limit) { return random_() % limit; }
-
-    std::minstd_rand random_;
 };
-
-std::size_t give(const std::string& text, unsigned char* data, std::size_t maxSize) {
-    const std::size_t length = std::min(text.size(), maxSize);
-    std::copy_n(text.begin(), length, data);
-    return length;
-}
 
 } // namespace
 

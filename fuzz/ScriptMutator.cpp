@@ -1,17 +1,15 @@
+#include "fuzz/Mutation.h"
 #include "fuzz/ScriptLines.h"
 #include "tests/histories/Drawn.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// Changes scripts line by line and word by word.
-
-extern "C" std::size_t LLVMFuzzerMutate(unsigned char* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
@@ -145,15 +143,9 @@ constexpr const char* kNumbers[] = {
     "0",    "1",     "2",          "3",          "5",  "11", "100",
     "1000", "65536", "2147483647", "4294967295", "-1", "1x", "18446744073709551616"};
 
-class Mutation {
-    // Before those that use it: what it returns is deduced.
-    template <typename List>
-    const auto& oneOf(const List& list) {
-        return list[below(std::size(list))];
-    }
-
+class Mutation : private Chance {
 public:
-    explicit Mutation(unsigned seed) : random_(seed) {}
+    using Chance::Chance;
 
     std::vector<std::string> applyTo(std::vector<std::string> lines) {
         for (std::size_t count = 1 + below(5); count > 0; --count) {
@@ -260,18 +252,7 @@ private:
         static constexpr std::string_view kKinds = "BCRPTADFGN";
         line.replace(begin, end - begin, word(oneOf(kKinds)));
     }
-
-    std::size_t below(std::size_t limit) { return random_() % limit; }
-
-    std::minstd_rand random_;
 };
-
-std::size_t give(const std::vector<std::string>& lines, unsigned char* data, std::size_t maxSize) {
-    const std::string script = scriptOf(lines);
-    const std::size_t length = std::min(script.size(), maxSize);
-    std::copy_n(script.begin(), length, data);
-    return length;
-}
 
 } // namespace
 
@@ -280,7 +261,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(unsigned char* data, std::size_t 
     if (seed % 8 == 0) {
         return LLVMFuzzerMutate(data, size, maxSize);
     }
-    return give(Mutation(seed).applyTo(linesOf({reinterpret_cast<const char*>(data), size})), data, maxSize);
+    return give(scriptOf(Mutation(seed).applyTo(linesOf({reinterpret_cast<const char*>(data), size}))), data,
+                maxSize);
 }
 
 extern "C" std::size_t LLVMFuzzerCustomCrossOver(const unsigned char* one, std::size_t oneSize,
@@ -288,5 +270,5 @@ extern "C" std::size_t LLVMFuzzerCustomCrossOver(const unsigned char* one, std::
                                                  unsigned char* out, std::size_t maxSize, unsigned int seed) {
     const auto lines = linesOf({reinterpret_cast<const char*>(one), oneSize});
     const auto others = linesOf({reinterpret_cast<const char*>(other), otherSize});
-    return give(Mutation(seed).cross(lines, others), out, maxSize);
+    return give(scriptOf(Mutation(seed).cross(lines, others)), out, maxSize);
 }

@@ -1,22 +1,20 @@
+#include "fuzz/Mutation.h"
 #include "tests/legacy/TemplateBytes.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <random>
 #include <string>
 
 /// Changes bytes with the format in mind, as blind changes hardly ever get past the first class description.
-
-extern "C" std::size_t LLVMFuzzerMutate(unsigned char* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
 constexpr std::size_t kBlockCountOffset = 4;
 
-class Mutation {
+class Mutation : private Chance {
 public:
-    explicit Mutation(unsigned seed) : random_(seed) {}
+    using Chance::Chance;
 
     std::string applyTo(const std::string& bytes) {
         switch (below(5)) {
@@ -34,13 +32,11 @@ public:
     }
 
 private:
-    std::size_t below(std::size_t limit) { return random_() % limit; }
-
     std::u16string units() {
         static constexpr char16_t kUnits[] = {u'A', u'a', 0, 0xD800, 0xDC00, 0xFFFF, 0x00E9};
         std::u16string made;
         for (std::size_t length = below(4); length > 0; --length) {
-            made += kUnits[below(std::size(kUnits))];
+            made += oneOf(kUnits);
         }
         return made;
     }
@@ -50,7 +46,7 @@ private:
             return TemplateBytes().text(units()).bytes();
         }
         static const std::string kTexts[] = {"", "T", "\xC3\xA9", "\xFF", "\xE2\x82"};
-        const std::string& chosen = kTexts[below(std::size(kTexts))];
+        const std::string& chosen = oneOf(kTexts);
         switch (below(4)) {
         case 0:
             return TemplateBytes().u8(0xFF).u16(chosen.size()).raw(chosen).bytes();
@@ -116,8 +112,6 @@ private:
         std::string head = TemplateBytes().header(3).newClass().bytes();
         return bytes.size() > head.size() ? head + bytes.substr(head.size()) : head;
     }
-
-    std::minstd_rand random_;
 };
 
 } // namespace
@@ -125,8 +119,7 @@ private:
 extern "C" std::size_t LLVMFuzzerCustomMutator(unsigned char* data, std::size_t size, std::size_t maxSize,
                                                unsigned int seed) {
     const std::string changed = Mutation(seed).applyTo({data, data + size});
-    const std::size_t length = std::min(changed.size(), maxSize);
-    std::copy_n(changed.begin(), length, data);
+    const std::size_t length = give(changed, data, maxSize);
     // Half of them are changed blindly on top.
     return seed % 2 == 0 ? length : LLVMFuzzerMutate(data, length, maxSize);
 }

@@ -10,6 +10,7 @@ history 2048'
 # earlier runs have kept. What it finds stays in build/fuzz/findings/, what each target said in build/fuzz/TARGET.log.
 run_fuzz() {
   local seconds=${1:-60} failed=
+  require_number "$seconds" seconds
   require "$needs_to_build$needs_to_test$needs_to_check"
   build fuzz template_fuzz schematic_fuzz console_fuzz history_fuzz
   mkdir -p build/fuzz/findings

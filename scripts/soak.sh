@@ -3,12 +3,7 @@
 # run_soak [COMMANDS]: that many commands on the largest drawing below KTDX_DRAWINGS, or on the project's own.
 run_soak() {
   local commands=${1:-1000000} bin=$PWD/build/release/bin drawings=()
-  case "$commands" in
-  '' | *[!0-9]*)
-    echo "ktdx: '$commands' is no number of commands" >&2
-    return 2
-    ;;
-  esac
+  require_number "$commands" commands
   require "$needs_to_build$needs_to_test"
   build release soak
   mapfile -d '' drawings < <(find "${KTDX_DRAWINGS:-samples}" -name '*.kicad_sch' -print0)

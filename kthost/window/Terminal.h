@@ -4,7 +4,8 @@
 
 namespace kthost {
 
-enum class StandardStream : std::uint8_t { input, output, error };
+/// Numbered as descriptors are.
+enum class StandardStream : std::uint8_t { input = 0, output = 1, error = 2 };
 
 /// True when somebody sits at the other end.
 bool isTerminal(StandardStream stream);

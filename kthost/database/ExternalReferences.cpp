@@ -35,20 +35,22 @@ Orbx::ErrorStatus refusalOfNames(const DatabaseContents& contents, std::wstring_
     return Orbx::eOk;
 }
 
-Orbx::ErrorStatus appendDependent(DatabaseContents& contents, std::wstring_view name, KtDbObjectId mirrored) {
+Orbx::ErrorStatus appendDependent(DatabaseContents& contents, std::wstring_view name,
+                                  const std::shared_ptr<ExternalDrawing>& drawing, KtDbObjectId mirrored) {
     RecordState state;
     state.name = dependentName(name, recordName(mirrored));
     state.mirrors = mirrored;
+    state.source = drawing;
     state.dependent = true;
     KtDbObjectId id;
     return appendRecord(contents, std::make_unique<BlockTableRecord>(std::move(state)), id);
 }
 
 Orbx::ErrorStatus appendDependents(DatabaseContents& contents, std::wstring_view name,
-                                   const Database& drawing) {
+                                   const std::shared_ptr<ExternalDrawing>& drawing) {
     Orbx::ErrorStatus status = Orbx::eOk;
-    for (const KtDbObjectId id : records(drawing, false)) {
-        status = status == Orbx::eOk ? appendDependent(contents, name, id) : status;
+    for (const KtDbObjectId id : records(*drawing->database, false)) {
+        status = status == Orbx::eOk ? appendDependent(contents, name, drawing, id) : status;
     }
     return status;
 }
@@ -137,16 +139,18 @@ Orbx::ErrorStatus changeFields(KtDbObjectId id, Change change) {
 /// Points every dependent record at what it mirrors now; adds those that are new and erases those that are
 /// gone.
 Orbx::ErrorStatus mirrorAnew(DatabaseContents& contents, KtDbObjectId record, Dependents dependents,
-                             const Database& drawing) {
+                             const std::shared_ptr<ExternalDrawing>& drawing) {
     const std::wstring name(recordName(record));
     Orbx::ErrorStatus status = Orbx::eOk;
-    for (const KtDbObjectId id : records(drawing, false)) {
+    for (const KtDbObjectId id : records(*drawing->database, false)) {
         const auto present = dependents.find(dependentName(name, recordName(id)));
         if (present == dependents.end()) {
-            status = status == Orbx::eOk ? appendDependent(contents, name, id) : status;
+            status = status == Orbx::eOk ? appendDependent(contents, name, drawing, id) : status;
         } else {
-            const auto changed =
-                changeFields(present->second, [id](RecordState& fields) { fields.mirrors = id; });
+            const auto changed = changeFields(present->second, [id, &drawing](RecordState& fields) {
+                fields.mirrors = id;
+                fields.source = drawing;
+            });
             status = status == Orbx::eOk ? changed : status;
             dependents.erase(present);
         }
@@ -173,8 +177,8 @@ Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, cons
     if (state.drawing == nullptr) {
         return Orbx::eFileAccess;
     }
-    const Database& drawing = *state.drawing->database;
-    status = refusalOfNames(contents, name, drawing);
+    const std::shared_ptr<ExternalDrawing> drawing = state.drawing;
+    status = refusalOfNames(contents, name, *drawing->database);
     if (status == Orbx::eOk) {
         status = appendRecord(contents, std::make_unique<BlockTableRecord>(std::move(state)), record);
     }
@@ -229,8 +233,7 @@ Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record, const D
     }
     const Orbx::ErrorStatus status =
         changeFields(record, [&after](RecordState& fields) { fields.drawing = after; });
-    return status == Orbx::eOk ? mirrorAnew(contents, record, std::move(dependents), *after->database)
-                               : status;
+    return status == Orbx::eOk ? mirrorAnew(contents, record, std::move(dependents), after) : status;
 }
 
 } // namespace kthost

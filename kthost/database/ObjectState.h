@@ -36,6 +36,7 @@ struct RecordState {
     std::wstring label;                       ///< which representation of it
     std::shared_ptr<ExternalDrawing> drawing; ///< that this record stands for
     KtDbObjectId mirrors;                     ///< for a dependent record, that of the attached drawing
+    std::shared_ptr<ExternalDrawing> source;  ///< where that lies, which lives as long as its mirror
     bool dependent = false;
 };
 

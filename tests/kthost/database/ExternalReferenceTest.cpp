@@ -206,6 +206,20 @@ TEST_F(ExternalReference, ReleasesTheOldReadingAtOnceWhenNothingIsKeptForUndo) {
     EXPECT_EQ(tryOpen(before, KtDb::kForRead, true), Orbx::eObjectReleased);
 }
 
+TEST_F(ExternalReference, KeepsAReadingForRecordsThatUndoBroughtBackWithoutTheirDrawing) {
+    const KtDbObjectId record = attach();
+    const KtDbObjectId before = inModelSpace;
+    second = L"Buffer";
+    step([&] { EXPECT_EQ(reloadDrawing(drawing, record), Orbx::eOk); });
+    drawing.setUndoRecording(false);
+    ASSERT_EQ(detachDrawing(drawing, record), Orbx::eOk);
+    ASSERT_EQ(drawing.history().undo(), Orbx::eOk);
+    ASSERT_TRUE(record.isErased());
+    drawing.releaseErased();
+    EXPECT_EQ(living(byName(L"EXT|Gate")), Ids({before}));
+    EXPECT_NE(before.database(), nullptr);
+}
+
 TEST_F(ExternalReference, StaysAsItWasWhenReloadingFails) {
     const KtDbObjectId record = attach();
     const KtDbObjectId before = inModelSpace;

@@ -2,6 +2,7 @@
 #include "tests/module_windows/ModuleInMemory.h"
 
 #include "kthost/audit/Trace.h"
+#include "tests/support/TempFolder.h"
 
 #include <filesystem>
 
@@ -67,12 +68,11 @@ TEST_F(ModulesCalls, OfALibraryThatIsLoadedWhileAClockIsSetGoToTheHost) {
 }
 
 TEST_F(ModulesCalls, GoToTheHostWhileATraceShowsWhatIsPosted) {
-    const auto trace = std::filesystem::path(testing::TempDir()) / "calls-of-the-module.jsonl";
-    ASSERT_TRUE(kthost::openTrace(trace));
+    const TempFolder folder;
+    ASSERT_TRUE(kthost::openTrace(folder / "trace.jsonl"));
     EXPECT_NE(called("PostMessageW"), ofUser("PostMessageW"));
     kthost::closeTrace();
     EXPECT_EQ(called("PostMessageW"), ofUser("PostMessageW"));
-    std::filesystem::remove(trace);
 }
 
 TEST(ProgramsCalls, GoToTheSystemAgainWhenTheHostHasGone) {

@@ -15,7 +15,6 @@ using testing::HasSubstr;
 class DrawnTableScenario : public ScenarioTest {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         loadAll();
         run("new plan");
         run("define R");

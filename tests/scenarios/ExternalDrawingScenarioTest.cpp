@@ -15,7 +15,6 @@ using testing::HasSubstr;
 class ExternalDrawing : public ScenarioTest {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         loadAll();
         std::filesystem::copy_file(std::string(KTDX_SAMPLES) + "/channel.kicad_sch",
                                    folder_ / "channel.kicad_sch");

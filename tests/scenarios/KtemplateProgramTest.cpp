@@ -28,7 +28,7 @@ TEST_F(KtemplateProgram, MakesTheSampleOfItsJson) {
 
 TEST_F(KtemplateProgram, EndsWith1WhereSomethingIsNotSound) {
     write(folder_ / "a.blk", "no template");
-    EXPECT_EQ(runKtemplate({"check", sample("parts.blk"), "a.blk"}), 1);
+    EXPECT_EQ(runKtemplate({"check", copyOfSample("parts.blk"), "a.blk"}), 1);
     EXPECT_THAT(outcome_.output, HasSubstr("a.blk: byte "));
 }
 

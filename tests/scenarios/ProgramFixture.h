@@ -1,17 +1,15 @@
 #pragma once
 
 #include "tests/program/RunProgram.h"
+#include "tests/support/TempFolder.h"
 
 #include <SystemPath.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -20,32 +18,23 @@ class ProgramFixture : public testing::Test {
 protected:
     using Words = std::vector<std::string>;
 
-    void SetUp() override {
-        std::string name = testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::replace(name.begin(), name.end(), '/', '-');
-        folder_ = std::filesystem::path(testing::TempDir()) / ("ktdx-program-" + name);
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-    }
-
-    void TearDown() override {
-        std::error_code ignored; // a system's services may keep a program's streams open for a while
-        std::filesystem::remove_all(folder_, ignored);
-    }
-
     static std::string binary(const std::string& name) { return std::string(KTDX_BINARIES) + "/" + name; }
 
     static std::string sample(const std::string& name) { return std::string(KTDX_SAMPLES) + "/" + name; }
+
+    /// The name of its copy in the folder. A template has to be one: nobody else may have it open while a
+    /// program reads it, and other tests read the sample.
+    std::string copyOfSample(const std::string& name) const {
+        folder_.file(name, read(sample(name)));
+        return name;
+    }
 
     static std::string utf8(const std::filesystem::path& path) {
         const std::u8string text = path.generic_u8string();
         return {text.begin(), text.end()};
     }
 
-    static std::string read(const std::filesystem::path& file) {
-        std::ifstream stream(systemPath(file), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    }
+    static std::string read(const std::filesystem::path& file) { return contentsOf(file); }
 
     static void write(const std::filesystem::path& file, const std::string& text) {
         std::ofstream(systemPath(file), std::ios::binary) << text;
@@ -57,7 +46,7 @@ protected:
     }
 
     int runProgram(const std::string& name, const program::Given& given) {
-        outcome_ = program::run(binary(name), folder_, given);
+        outcome_ = program::run(binary(name), folder_.path(), given);
         return outcome_.status;
     }
 
@@ -73,6 +62,6 @@ protected:
         return {"--load", binary("KtDxNotify.kmx"), "--load", binary("PartsList.kmx")};
     }
 
-    std::filesystem::path folder_;
+    TempFolder folder_;
     program::Outcome outcome_;
 };

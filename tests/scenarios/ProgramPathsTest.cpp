@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
-
 namespace {
 
 using testing::HasSubstr;
@@ -14,17 +12,7 @@ using testing::StartsWith;
 /// have.
 class ProgramPaths : public ProgramFixture, public testing::WithParamInterface<std::filesystem::path> {
 protected:
-    void SetUp() override {
-        ProgramFixture::SetUp();
-        awkward_.emplace(folder_, GetParam());
-    }
-
-    void TearDown() override {
-        awkward_.reset();
-        ProgramFixture::TearDown();
-    }
-
-    std::filesystem::path in(const std::filesystem::path& name) const { return awkward_->path() / name; }
+    std::filesystem::path in(const std::filesystem::path& name) const { return awkward_.path() / name; }
 
     /// Its copy in the folder that is tried out.
     std::filesystem::path copied(const std::filesystem::path& file) const {
@@ -41,7 +29,7 @@ protected:
 
     static std::string quoted(const std::filesystem::path& path) { return "\"" + utf8(path) + "\""; }
 
-    std::optional<awkward::Folder> awkward_;
+    awkward::Folder awkward_{folder_.path(), GetParam()};
 };
 
 TEST_P(ProgramPaths, OfScripts) {
@@ -59,7 +47,7 @@ TEST_P(ProgramPaths, OfDrawingsAndTheirSheets) {
 TEST_P(ProgramPaths, OfTemplates) {
     EXPECT_EQ(runParts("parts from " + quoted(copied(sample("parts.blk"))) + " to list.csv"), 0)
         << outcome_.errors;
-    ASSERT_EQ(runParts("parts from " + quoted(sample("parts.blk")) + " to plain.csv"), 0) << outcome_.errors;
+    ASSERT_EQ(runParts("parts from " + copyOfSample("parts.blk") + " to plain.csv"), 0) << outcome_.errors;
     EXPECT_EQ(read(folder_ / "list.csv"), read(folder_ / "plain.csv"));
 }
 

@@ -12,7 +12,7 @@ class KtHostProgram : public ProgramFixture {
 protected:
     /// A script of the samples', run where its template lies and its files may be written.
     int runSample(const std::string& script, const std::string& drawing) {
-        std::filesystem::copy_file(sample("parts.blk"), folder_ / "parts.blk");
+        copyOfSample("parts.blk");
         Words arguments = allModules();
         arguments.insert(arguments.end(), {"--script", sample(script), sample(drawing)});
         return run(std::move(arguments));

@@ -15,7 +15,6 @@ using testing::Not;
 class PuppetsScenario : public ScenarioTest {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         loadAll();
         loadWatcher("Puppets.kmx");
         run("new plan");

@@ -100,9 +100,10 @@ protected:
     }
 
     /// A failure can be looked at with `kthost --script`.
-    std::string keepScript(std::uint32_t seed) const {
+    std::string keepScript() const {
         const std::filesystem::path file =
-            std::filesystem::path(testing::TempDir()) / ("ktdx-random-" + std::to_string(seed) + ".script");
+            std::filesystem::path(testing::TempDir()) /
+            ("ktdx-random-" + std::to_string(std::random_device()()) + ".script");
         std::ofstream(file) << script_;
         return file.string();
     }
@@ -137,10 +138,9 @@ TEST_P(RandomEdits, LeaveTheListEqualToAFreshExtraction) {
         if (failure(line).empty()) {
             ++done;
             script_ += line + "\n";
-            ASSERT_EQ(failure("parts check"), "") << "behind command " << done << ": " << keepScript(seed);
+            ASSERT_EQ(failure("parts check"), "") << "behind command " << done << ": " << keepScript();
             if (listsAllReferences() && done % 10 == 0) {
-                ASSERT_EQ(writtenRows(), drawnRows())
-                    << "behind command " << done << ": " << keepScript(seed);
+                ASSERT_EQ(writtenRows(), drawnRows()) << "behind command " << done << ": " << keepScript();
             }
         }
     }

@@ -29,7 +29,6 @@ std::vector<std::string> splitAtTabs(const std::string& line) {
 class RealParts : public ScenarioTest, public testing::WithParamInterface<RealDrawing> {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         const char* const folder = std::getenv("KTDX_DRAWINGS"); // NOLINT(concurrency-mt-unsafe): one thread
         if (folder == nullptr) {
             GTEST_SKIP() << "KTDX_DRAWINGS does not name the folder of the real drawings";

@@ -13,8 +13,7 @@ namespace {
 class TheSampleEverywhere : public ProgramFixture {
 protected:
     void SetUp() override {
-        ProgramFixture::SetUp();
-        std::filesystem::copy_file(sample("parts.blk"), folder_ / "parts.blk");
+        copyOfSample("parts.blk");
         Words arguments = allModules();
         arguments.insert(arguments.end(), {"--trace", "trace.jsonl", "--script", sample("demo.script"),
                                            sample("sensor-node.kicad_sch")});
@@ -55,7 +54,6 @@ TEST_F(TheSampleEverywhere, IsTracedTheSame) {
 class TextEverywhere : public ProgramFixture {
 protected:
     void SetUp() override {
-        ProgramFixture::SetUp();
         write(folder_ / "a.json", R"({"version": 1, "blocks": [{"name": "Größe 回路", "selected": true,
               "attributes": [{"tag": "𝛺🔌", "selected": true}]}]})");
         ASSERT_EQ(runProgram("ktemplate", {.arguments = {"make", "a.json", "a.blk"}}), 0) << outcome_.errors;

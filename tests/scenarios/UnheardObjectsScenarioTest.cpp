@@ -18,7 +18,6 @@ using testing::Not;
 class UnheardObjects : public ScenarioTest {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         loadAll();
         loadWatcher("Watcher.kmx");
         run("new plan");

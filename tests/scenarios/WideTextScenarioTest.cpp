@@ -26,16 +26,12 @@ const std::wstring kPlug = L"\U0001F50C";
 class WideTextScenario : public ScenarioTest {
 protected:
     void SetUp() override {
-        ScenarioTest::SetUp();
         loadAll();
         run("new plan");
         run("define " LAMP);
     }
 
-    void TearDown() override {
-        closeTrace();
-        ScenarioTest::TearDown();
-    }
+    void TearDown() override { closeTrace(); }
 
     void insertLamp() { run("insert " LAMP " 1,1 Reference=" PLUG "1 " PLUG "=5\xE2\x84\xA6" LAMP); }
 };

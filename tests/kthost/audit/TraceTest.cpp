@@ -3,12 +3,11 @@
 #include "kthost/audit/TraceIds.h"
 #include "kthost/runtime/ModuleLoader.h"
 #include "tests/kthost/modules/TestModules.h"
+#include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace kthost {
@@ -23,15 +22,9 @@ protected:
     void TearDown() override {
         closeTrace();
         setTraceIdDescriber({});
-        std::filesystem::remove(file);
     }
 
-    std::string written() const {
-        std::ifstream stream(file, std::ios::binary);
-        std::ostringstream text;
-        text << stream.rdbuf();
-        return text.str();
-    }
+    std::string written() const { return contentsOf(file); }
 
     /// What is written between the event and the end of a line with one field.
     template <typename Value>
@@ -43,9 +36,8 @@ protected:
         return text.substr(before.size(), text.size() - before.size() - 2);
     }
 
-    std::filesystem::path file =
-        std::filesystem::path(testing::TempDir()) /
-        ("trace_" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".jsonl");
+    TempFolder folder;
+    std::filesystem::path file = folder / "trace.jsonl";
 };
 
 TEST_F(Trace, WritesOneObjectALineNumberedFromOne) {

@@ -1,8 +1,8 @@
 #include "kthost/reader/DesignReader.h"
 
 #include "tests/kthost/reader/ReaderTestSupport.h"
-#include "tests/kthost/reader/TemporaryFolder.h"
 #include "tests/support/AwkwardFolders.h"
+#include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,6 @@ namespace {
 
 using test::errorOf;
 using test::schematicText;
-using test::TemporaryFolder;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -29,10 +28,10 @@ std::string sheet(const std::string& name, const std::string& file) {
 class DesignReader : public testing::Test {
 protected:
     std::filesystem::path write(const std::string& name, const std::string& body) const {
-        return folder_.write(name, schematicText(body));
+        return folder_.file(name, schematicText(body));
     }
 
-    std::filesystem::path path(const std::string& name) const { return folder_.path() / name; }
+    std::filesystem::path path(const std::string& name) const { return folder_ / name; }
 
     Design read() const { return readDesign(path("root.kicad_sch")); }
 
@@ -45,7 +44,7 @@ protected:
         return path(file).generic_string() + ":" + place + ": ";
     }
 
-    TemporaryFolder folder_;
+    TempFolder folder_;
 };
 
 std::vector<std::wstring> namesOf(const Design& design) {
@@ -121,7 +120,7 @@ TEST_F(DesignReader, TakesAFileForTheSameUnderEverySpelling) {
 
 TEST_F(DesignReader, FindsAFileWhoseNameIsNotAscii) {
     write("root.kicad_sch", sheet("A", "M\xC3\xBC\xF0\x9F\x8C\xA1.kicad_sch"));
-    folder_.write(std::u8string(u8"M\u00FC\U0001F321.kicad_sch"), schematicText(""));
+    folder_.file(std::u8string(u8"M\u00FC\U0001F321.kicad_sch"), schematicText(""));
     EXPECT_THAT(namesOf(read()), ElementsAre(L"root.kicad_sch", L"M\u00FC\U0001F321.kicad_sch"));
 }
 
@@ -168,8 +167,8 @@ protected:
 };
 
 TEST_P(DesignReaderIn, FindsTheRootAndItsSheets) {
-    folder_.write(GetParam() / "root.kicad_sch", schematicText(sheet("A", "x.kicad_sch")));
-    folder_.write(GetParam() / "x.kicad_sch", schematicText(""));
+    folder_.file(GetParam() / "root.kicad_sch", schematicText(sheet("A", "x.kicad_sch")));
+    folder_.file(GetParam() / "x.kicad_sch", schematicText(""));
     EXPECT_THAT(namesOf(readDesign(awkward_.path() / "root.kicad_sch")),
                 ElementsAre(L"root.kicad_sch", L"x.kicad_sch"));
 }
@@ -178,7 +177,7 @@ TEST_P(DesignReaderIn, FindsASheetBelowTheRoot) {
     const std::filesystem::path file = GetParam() / "x.kicad_sch";
     const std::u8string written = file.generic_u8string();
     write("root.kicad_sch", sheet("A", std::string(written.begin(), written.end())));
-    folder_.write(file, schematicText(""));
+    folder_.file(file, schematicText(""));
     EXPECT_EQ(read().files.size(), 2U);
 }
 
@@ -203,7 +202,7 @@ TEST_F(DesignReader, RefusesASheetThatContainsItselfThroughOthers) {
 
 TEST_F(DesignReader, RefusesASheetThatIsNoSchematic) {
     write("root.kicad_sch", sheet("A", "x.txt"));
-    folder_.write("x.txt", "\nhello");
+    folder_.file("x.txt", "\nhello");
     EXPECT_THAT(error(), StartsWith(at("x.txt", "2:1") + "expected a schematic"));
 }
 
@@ -213,15 +212,15 @@ std::string chainFile(std::size_t index) {
 }
 
 // Each file names the next one `times` times.
-void writeChain(const TemporaryFolder& folder, std::size_t length, int times) {
+void writeChain(const TempFolder& folder, std::size_t length, int times) {
     for (std::size_t i = 0; i < length; ++i) {
         std::string body;
         for (int t = 0; t < times; ++t) {
             body += sheet(t == 0 ? "S0" : "S1", chainFile(i + 1));
         }
-        folder.write(chainFile(i), schematicText(body));
+        folder.file(chainFile(i), schematicText(body));
     }
-    folder.write(chainFile(length), schematicText(""));
+    folder.file(chainFile(length), schematicText(""));
 }
 
 TEST_F(DesignReader, NestsSheetsAsDeepAsTheLimit) {

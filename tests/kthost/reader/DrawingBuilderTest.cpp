@@ -6,7 +6,7 @@
 #include "kthost/reader/DesignReader.h"
 #include "tests/kthost/reader/BuiltDrawing.h"
 #include "tests/kthost/reader/ReaderTestSupport.h"
-#include "tests/kthost/reader/TemporaryFolder.h"
+#include "tests/support/TempFolder.h"
 
 #include <KtDbBlockReference.h>
 #include <KtDbTable.h>
@@ -31,11 +31,11 @@ using testing::UnorderedElementsAre;
 
 /// The root and, by name, the bodies of further sheet files.
 BuiltDrawing build(const std::string& root, const std::map<std::string, std::string>& sheets = {}) {
-    const test::TemporaryFolder folder;
+    const TempFolder folder;
     for (const auto& [name, body] : sheets) {
-        folder.write(name, test::schematicText(body));
+        folder.file(name, test::schematicText(body));
     }
-    return BuiltDrawing(readDesign(folder.write("root.kicad_sch", test::schematicText(root))));
+    return BuiltDrawing(readDesign(folder.file("root.kicad_sch", test::schematicText(root))));
 }
 
 const char* const kLibrary = R"((lib_symbols (symbol "L:R" (symbol "R_1_1"))

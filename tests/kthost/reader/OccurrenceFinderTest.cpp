@@ -2,7 +2,7 @@
 
 #include "kthost/reader/DesignReader.h"
 #include "tests/kthost/reader/ReaderTestSupport.h"
-#include "tests/kthost/reader/TemporaryFolder.h"
+#include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,9 +17,9 @@ const char* const kTwoSheets = R"(
 (sheet (uuid B) (property "Sheetname" "b") (property "Sheetfile" "x")))";
 
 Design readTwoSheets(const std::string& root, const std::string& sheet) {
-    const test::TemporaryFolder folder;
-    folder.write("x", sheet);
-    return readDesign(folder.write("root.kicad_sch", root));
+    const TempFolder folder;
+    folder.file("x", sheet);
+    return readDesign(folder.file("root.kicad_sch", root));
 }
 
 /// Occurrences of the one symbol of the file that lies on the root twice.
@@ -85,8 +85,8 @@ TEST(OccurrenceFinder, FindsThoseOfVersionSixInTheRoot) {
 }
 
 TEST(OccurrenceFinder, FindsASymbolOfAVersionSixRoot) {
-    const test::TemporaryFolder folder;
-    const Design design = readDesign(folder.write(
+    const TempFolder folder;
+    const Design design = readDesign(folder.file(
         "r",
         test::oldSchematicText(symbol("") + R"((symbol_instances (path "/s" (reference "U3") (unit 3))))")));
     EXPECT_THAT(OccurrenceFinder(design).find(0, design.files[0].schematic.symbols.at(0)),

@@ -2,15 +2,14 @@
 
 #include "kthost/runtime/ModuleCode.h"
 #include "tests/kthost/modules/TestModules.h"
+#include "tests/support/TempFolder.h"
 
 #include <KtRxModule.h>
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace kthost {
@@ -67,10 +66,8 @@ TEST_F(ModuleLoading, RefusesAFileThatIsNotThere) {
 }
 
 TEST_F(ModuleLoading, RefusesAFileThatIsNoLibrary) {
-    const std::filesystem::path file = std::filesystem::path(testing::TempDir()) / "Garbage.kmx";
-    std::ofstream(file) << "this is not a library";
-    const HostResult result = modules.load(file);
-    std::filesystem::remove(file);
+    const TempFolder folder;
+    const HostResult result = modules.load(folder.file("Garbage.kmx", "this is not a library"));
     EXPECT_EQ(result.status, Orbx::eFileAccess);
     EXPECT_THAT(result.reason, HasSubstr("Garbage.kmx cannot be loaded: "));
 }
@@ -124,34 +121,13 @@ TEST_F(ModuleLoading, RefusesTheSameFileTwice) {
     EXPECT_EQ(second.reason, "GoodModule.kmx is loaded already");
 }
 
-/// Another name of a module's file while it lives.
-class SecondName {
-public:
-    SecondName(const char* module, const char* name) : file_(testModule(name)) {
-        remove();
-        std::filesystem::create_hard_link(testModule(module), file_);
-    }
-
-    ~SecondName() { remove(); }
-
-    SecondName(const SecondName&) = delete;
-    SecondName& operator=(const SecondName&) = delete;
-
-    const std::filesystem::path& file() const { return file_; }
-
-private:
-    void remove() const {
-        std::error_code ignored;
-        std::filesystem::remove(file_, ignored);
-    }
-
-    std::filesystem::path file_;
-};
-
 TEST_F(ModuleLoading, RefusesTheSameFileUnderAnotherPath) {
-    const SecondName link("GoodModule.kmx", "GoodLink.kmx");
-    ASSERT_TRUE(modules.load(testModule("GoodModule.kmx")));
-    EXPECT_EQ(modules.load(link.file()).status, Orbx::eDuplicateKey);
+    const TempFolder folder;
+    const std::filesystem::path file =
+        folder.file("GoodModule.kmx", contentsOf(testModule("GoodModule.kmx")));
+    std::filesystem::create_hard_link(file, folder / "GoodLink.kmx");
+    ASSERT_TRUE(modules.load(file));
+    EXPECT_EQ(modules.load(folder / "GoodLink.kmx").status, Orbx::eDuplicateKey);
     EXPECT_TRUE(modules.unload("GoodModule.kmx")); // a file that is loaded cannot be removed everywhere
 }
 

@@ -3,6 +3,7 @@
 #include "kthost/runtime/Faults.h"
 #include "kthost/runtime/ModuleLoader.h"
 #include "tests/kthost/modules/TestModules.h"
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -42,9 +43,7 @@ TEST_F(ResourceLibrary, IsNotLoadedWhenNoEntryPointRuns) {
 }
 
 TEST_F(ResourceLibrary, IsNotLookedForInTheCurrentFolder) {
-    const std::filesystem::path elsewhere = std::filesystem::path(testing::TempDir()) / "module_elsewhere";
-    std::filesystem::remove_all(elsewhere); // of an earlier run
-    std::filesystem::create_directories(elsewhere);
+    const TempFolder elsewhere;
     std::filesystem::copy_file(testModule("ResourceModule.kmx"), elsewhere / "ResourceModule.kmx");
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(KTHOST_TEST_MODULES);
@@ -52,6 +51,7 @@ TEST_F(ResourceLibrary, IsNotLookedForInTheCurrentFolder) {
     std::filesystem::current_path(before);
     ASSERT_TRUE(result) << result.reason;
     EXPECT_EQ(loaded(), nullptr);
+    EXPECT_TRUE(modules.unload("ResourceModule.kmx")); // a file that is loaded cannot be removed everywhere
 }
 
 TEST_F(ResourceLibrary, IsRefusedByAPath) {

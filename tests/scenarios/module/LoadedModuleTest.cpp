@@ -9,6 +9,7 @@
 #include "kthost/audit/Trace.h"
 #include "kthost/documents/Host.h"
 #include "kthost/runtime/Faults.h"
+#include "tests/support/TempFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -227,20 +228,11 @@ TEST_F(LoadedKtDxNotify, IsUnloadedWithoutAServiceDictionary) {
 /// Copies the module into a folder of the test's own.
 class KtDxNotifyElsewhere : public LoadedKtDxNotify {
 protected:
-    KtDxNotifyElsewhere()
-        : folder_(std::filesystem::path(testing::TempDir()) /
-                  ("ktdx-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()))) {
-        std::filesystem::remove_all(folder_);
-        std::filesystem::create_directories(folder_);
-        std::filesystem::copy_file(binaries() / kModule, folder_ / kModule);
-    }
+    KtDxNotifyElsewhere() { std::filesystem::copy_file(binaries() / kModule, folder_ / kModule); }
 
-    ~KtDxNotifyElsewhere() override {
-        host_.end();
-        std::filesystem::remove_all(folder_);
-    }
+    ~KtDxNotifyElsewhere() override { host_.end(); } // before its file is removed
 
-    std::filesystem::path folder_;
+    TempFolder folder_;
 };
 
 TEST_F(KtDxNotifyElsewhere, FindsItsResourceLibraryInItsOwnFolder) {
@@ -261,10 +253,7 @@ class KtDxNotifyTraced : public LoadedKtDxNotify {
 protected:
     KtDxNotifyTraced() { EXPECT_TRUE(openTrace(file_)); }
 
-    ~KtDxNotifyTraced() override {
-        closeTrace();
-        std::filesystem::remove(file_);
-    }
+    ~KtDxNotifyTraced() override { closeTrace(); }
 
     /// Number of the first line that tells of an event; the number of lines when none does.
     std::size_t lineOf(const std::string& event) {
@@ -279,9 +268,8 @@ protected:
         return number;
     }
 
-    std::filesystem::path file_ =
-        std::filesystem::path(testing::TempDir()) /
-        ("ktdx-trace-" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()));
+    TempFolder folder_;
+    std::filesystem::path file_ = folder_ / "trace.jsonl";
 };
 
 TEST_F(KtDxNotifyTraced, InitialisesResourcesServiceAndApplicationInThisOrder) {

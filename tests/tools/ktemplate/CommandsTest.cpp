@@ -1,7 +1,7 @@
 #include "tools/ktemplate/Commands.h"
 
 #include "tests/legacy/TemplateBytes.h"
-#include "tests/tools/ktemplate/TempFolder.h"
+#include "tests/support/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -58,7 +58,7 @@ protected:
     }
 
     [[nodiscard]] std::string cutOffLine() const {
-        return (folder_.path() / "cut.blk").generic_string() + ": byte " +
+        return (folder_ / "cut.blk").generic_string() + ": byte " +
                std::to_string(resistor().bytes().size() - 4) +
                ", block 2, attribute count: end of file: 4 bytes are needed and 3 remain\n";
     }
@@ -96,7 +96,7 @@ TEST_F(CommandsTest, ShowTellsThatItsOutputCannotBeWritten) {
 }
 
 TEST_F(CommandsTest, MakeWritesATemplate) {
-    const fs::path made = folder_.path() / "made.blk";
+    const fs::path made = folder_ / "made.blk";
     EXPECT_EQ(ktemplate::make(folder_.file("a.json", kJson), made, console_), Status::sound);
     EXPECT_EQ(contentsOf(made), resistor().bytes());
 }
@@ -111,8 +111,8 @@ TEST_F(CommandsTest, MakeRefusesJsonThatDoesNotFitAndLeavesTheFileThatIsThere) {
 }
 
 TEST_F(CommandsTest, MakeTellsThatThereIsNoJson) {
-    const fs::path missing = folder_.path() / "none.json";
-    EXPECT_EQ(ktemplate::make(missing, folder_.path() / "a.blk", console_), Status::unsound);
+    const fs::path missing = folder_ / "none.json";
+    EXPECT_EQ(ktemplate::make(missing, folder_ / "a.blk", console_), Status::unsound);
     EXPECT_EQ(err_.str(), "ktemplate: " + missing.generic_string() + ": cannot be opened\n");
 }
 
@@ -131,7 +131,7 @@ TEST_F(CommandsTest, MakeDoesNotReplaceItsOwnSource) {
 TEST_F(CommandsTest, MakeShowsAProgressBarForWorkBeyondASecond) {
     ktemplate::ProgressBar::Clock::time_point now{};
     const ktemplate::Console slow{out_, err_, true, [&now] { return now += std::chrono::seconds(2); }};
-    ktemplate::make(folder_.file("a.json", kJson), folder_.path() / "a.blk", slow);
+    ktemplate::make(folder_.file("a.json", kJson), folder_ / "a.blk", slow);
     EXPECT_NE(err_.str().find('%'), std::string::npos);
 }
 
@@ -161,7 +161,7 @@ TEST_F(CommandsTest, ListsTellsWhyAClientGetsNothing) {
 }
 
 TEST_F(CommandsTest, ListsReadsAFileWhoseNameIsNotAscii) {
-    const fs::path file = folder_.path() / fs::path(u8"\u00FC\U0001F600.blk");
+    const fs::path file = folder_ / fs::path(u8"\u00FC\U0001F600.blk");
     std::ofstream(file, std::ios::binary) << resistor().bytes();
     EXPECT_EQ(ktemplate::lists(file, console_), Status::sound);
     EXPECT_NE(out_.str().find("Passive:R"), std::string::npos);
@@ -203,7 +203,7 @@ TEST_F(CommandsTest, CheckTellsOfAnAbsurdBlockCount) {
 }
 
 TEST_F(CommandsTest, CheckTellsThatAFileIsMissing) {
-    const fs::path file = folder_.path() / "none.blk";
+    const fs::path file = folder_ / "none.blk";
     EXPECT_EQ(ktemplate::check({file}, console_), Status::unsound);
     EXPECT_EQ(out_.str(),
               file.generic_string() + ": cannot be opened: " + std::system_category().message(ENOENT) + "\n");

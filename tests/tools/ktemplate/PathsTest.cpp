@@ -1,6 +1,6 @@
 #include "tests/legacy/TemplateBytes.h"
 #include "tests/support/AwkwardFolders.h"
-#include "tests/tools/ktemplate/TempFolder.h"
+#include "tests/support/TempFolder.h"
 #include "tools/ktemplate/Commands.h"
 
 #include <gtest/gtest.h>

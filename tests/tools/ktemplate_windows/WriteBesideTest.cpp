@@ -1,6 +1,6 @@
 #include "tools/ktemplate/WriteBeside.h"
 
-#include "tests/tools/ktemplate/TempFolder.h"
+#include "tests/support/TempFolder.h"
 
 #include <WindowSystem.h>
 

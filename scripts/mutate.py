@@ -1,397 +1,332 @@
 #!/usr/bin/env python3
 """Changes src/ in one small place at a time and looks whether a test notices.
 
-    mutate.py BUILD WORK EQUIVALENTS [--files PATTERN] [--matching REGEX] [--limit N] [--seed S] [--jobs N]
+    mutate.py WORK EQUIVALENTS [--files PATTERN] [--matching REGEX] [--limit N] [--seed S] [--jobs N] [--survivors]
               [--list]
 
-BUILD is a finished build of the tests, and stays as it is; WORK is for what is made here. Each change is made in a copy
-of the sources; what depends on it is compiled and linked with the rest of BUILD, and the suites that reach it are run:
-first those that the module's objects are linked into, then, if nothing was noticed, those that load the module. Those
-that are not caught are printed. Fails when they are more than 5 in 100, not counting those that EQUIVALENTS names, with
-the reason why they leave the program the same.
+All changes are compiled at once: in a copy of the project, in WORK, each function of src/ holds its body once for each
+change of it, and a number in the environment says which of them runs. So the suites are built once, however many
+changes there are. Each test is run by itself first, and what it reaches is noted. Then a change costs no more than the
+tests that reach it: those that noticed a change of the same function before, those that reach little, and so on, until
+one fails. A change that no test notices is printed. WORK/judged.txt says of each change what came of it; --survivors
+judges once more what survived there.
+
+Fails when more than 5 in 100 survive, not counting those that EQUIVALENTS names, with the reason why they leave the
+program the same.
 """
 
 import argparse
+import collections
 import concurrent.futures
-import dataclasses
-import fcntl
 import fnmatch
+import hashlib
 import json
 import os
 import pathlib
 import queue
 import random
 import re
-import shlex
-import shutil
+import resource
 import subprocess
 import sys
+import threading
 import time
 
-ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.dont_write_bytecode = True
+from changes import BLANK, ROOT, all_changes, masked, outermost_bodies
+
 WANTED = 0.95
-MEMORY = 6 << 30
-BLANK = "\1"  # what comments and literals are masked with
+MEMORY = 2 << 30
+SLOWEST = 2.0  # seconds; the few tests that take longer are not asked, and what they alone would notice survives
 
-# Suites that a change is shown to, in this order.
-LINKED = {"legacy": ["legacy_tests", "ktemplate_tests"], "host": ["module_tests", "legacy_tests"]}
-LINKED_OTHERS = ["module_tests"]
-LOADING = ["loaded_legacy_tests", "scenario_tests"]
+# Those that the module's objects are linked into, then those that load the module, alone or into a whole host.
+OBJECTS = ["ktdx_objects", "ktdx_legacy_objects"]
+SUITES = ["legacy_tests", "ktemplate_tests", "module_tests", "loaded_legacy_tests", "scenario_tests"]
 
-
-# What can be changed
-
-@dataclasses.dataclass(frozen=True)
-class Change:
-    file: str
-    start: int  # in the text of the file
-    end: int
-    text: str
-    kind: str
-
-    def apply(self, source):
-        return source[:self.start] + self.text + source[self.end:]
-
-    def line(self, source):
-        return source.count("\n", 0, self.start) + 1
-
-    def described(self, source):
-        """The lines that it touches, before and after, with single blanks."""
-        first = source.rfind("\n", 0, self.start) + 1
-        last = source.find("\n", self.end)
-        before = source[first:last]
-        after = source[first:self.start] + self.text + source[self.end:last]
-        return f"{' '.join(before.split())} => {' '.join(after.split())}"
+# The samples have to do; the drawings elsewhere would take most of the time.
+OWN_ENVIRONMENT = {name: value for name, value in os.environ.items() if name != "KTDX_DRAWINGS"}
 
 
-def masked(source):
-    """The same text, comments and literals blanked out, so that positions agree."""
-    pattern = re.compile(r'//[^\n]*|/\*.*?\*/|L?"(?:\\.|[^"\\\n])*"|(?<!\w)L?\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#[^\n]*', re.S | re.M)
-    return pattern.sub(lambda found: re.sub(r"[^\n]", BLANK, found.group()), source)
+# All changes in one build
+
+# What runs before a program's globals are there is not changed.
+CHOICE = """#pragma once
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/mman.h>
+inline unsigned char* mapReached() {
+  const char* file = std::getenv("KTDX_REACHED");
+  const int opened = file == nullptr ? -1 : open(file, O_RDWR);
+  return opened < 0 ? nullptr : static_cast<unsigned char*>(mmap(nullptr, 65536, PROT_WRITE, MAP_SHARED, opened, 0));
+}
+inline unsigned char* gReached = mapReached();
+inline const int gChange = std::getenv("KTDX_CHANGE") == nullptr ? 0 : std::atoi(std::getenv("KTDX_CHANGE"));
+inline int changeFor(int place) {
+  if (gReached != nullptr) {
+    gReached[place] = 1;
+  }
+  return gChange;
+}
+"""
 
 
-OPERATORS = {" == ": " != ", " != ": " == ", " < ": " <= ", " <= ": " < ", " > ": " >= ", " >= ": " > ",
-             " && ": " || ", " || ": " && ", " + ": " - ", " - ": " + ", " * ": " + ", " / ": " * ", " << ": " >> ",
-             " >> ": " << ", " & ": " | ", " | ": " & ", " ^ ": " | ", " += ": " -= ", " -= ": " += ", " |= ": " &= "}
-NAMES = {"true": "false", "false": "true", "Orbx::eOk": "Orbx::eMissing", "Orbx::eMissing": "Orbx::eOk",
-         "KtDb::kForRead": "KtDb::kForNotify", "KtDb::kForNotify": "KtDb::kForRead"}
-NOT_CODE = re.compile(r"^\s*(static_assert|using|template|namespace|friend|typedef|\[\[noreturn\]\])\b|\b(operator|virtual)\b")
+class Place:
+    """The body of a function, or a constant outside of all functions, and the numbers of its changes, by the first of
+    which it is known."""
+
+    def __init__(self, start, end, is_body):
+        self.start, self.end, self.is_body = start, end, is_body
+        self.numbers = []
 
 
-def changes_in(file, source):
-    code = masked(source)
-    yield from replaced_tokens(file, source, code)
-    yield from negated_conditions(file, code)
-    yield from statements_changed(file, source, code)
+class Project:
+    """A copy of the project that holds every change. They are numbered from 1."""
 
+    def __init__(self, work, changes):
+        self.tree, self.kept = work / "tree", work / "left-out.json"
+        self.changes = dict(enumerate(changes, 1))
+        self.sources = {change.file: (ROOT / change.file).read_text() for change in changes}
+        self.places = {}  # of each change
+        self.places_in = {file: self.find_places(file) for file in self.sources}
+        self.alone = {number for number, place in self.places.items()
+                      if not place.is_body and (self.changes[number].kind != "constant" or number != place.numbers[0])}
+        self.broken = set()
+        self.digest = digest([*self.sources.values(), *(str(change) for change in changes)])
+        if self.kept.exists() and json.loads(self.kept.read_text())["of"] == self.digest:
+            self.alone, self.broken = (set(json.loads(self.kept.read_text())[which]) for which in ("alone", "broken"))
 
-def line_at(code, position):
-    first = code.rfind("\n", 0, position) + 1
-    return code[first:code.find("\n", position)]
-
-
-def replaced_tokens(file, source, code):
-    def change(found, text, kind):
-        if not NOT_CODE.search(line_at(code, found.start())):
-            yield Change(file, found.start(), found.end(), text, kind)
-
-    for found in re.finditer(r"(?<= )(?:[=!<>]=|<<|>>|[+\-|]=|&&|\|\||[<>+\-*/&|^])(?= )", code):
-        yield from change(found, OPERATORS[f" {found.group()} "].strip(), "operator")
-    for found in re.finditer(r"(?<=[ (,*])(?:==|!=|<|>|&&|\|\|)$", code, re.M):
-        yield from change(found, OPERATORS[f" {found.group()} "].strip(), "operator")
-    for found in re.finditer(r"(?<![\w.'])(0x[0-9A-Fa-f]+|\d+)(?=[uUlL]*\b)(?!\.)", code):
-        if not re.search(r"\) = $", code[max(0, found.start() - 4):found.start()]):
-            yield from change(found, str(int(found.group(), 0) + 1), "constant")
-    for name, other in NAMES.items():
-        for found in re.finditer(rf"(?<![\w:]){re.escape(name)}\b", code):
-            yield from change(found, other, "constant")
-    for found in re.finditer(r"\bOrbx::e(?!Ok\b|Missing\b|rrorStatus\b)[A-Z]\w*", code.replace("ErrorStatus", "rrorStatus")):
-        yield from change(found, "Orbx::eOk", "constant")
-    for found in re.finditer(r"(\+\+|--)(?=\w)|(?<=\w)(\+\+|--)", code):
-        yield from change(found, "--" if found.group() == "++" else "++", "operator")
-    for found in re.finditer(r"(?<![\w!=)])!(?=[\w(])", code):
-        yield from change(found, "", "condition")
-    for found in re.finditer(BLANK + "+", code):
-        literal = source[found.start():found.end()]
-        inside = re.match(r"L?([\"'])(.)", literal)
-        if inside and inside.group(2) not in "\\\"'" and not NOT_CODE.search(line_at(code, found.start())):
-            position = found.start() + inside.end() - 1
-            other = "y" if inside.group(2) == "x" else "x"
-            yield Change(file, position, position + 1, other, "constant")
-
-
-def closing(code, position):
-    """Where the parenthesis that opens at the position is closed."""
-    depth = 0
-    for index in range(position, len(code)):
-        depth += {"(": 1, ")": -1}.get(code[index], 0)
-        if depth == 0:
-            return index
-    return -1
-
-
-def negated_conditions(file, code):
-    for found in re.finditer(r"\b(?:if|while) (\()", code):
-        start, end = found.start(1) + 1, closing(code, found.start(1))
-        start = max(start, code.rfind(";", start, end) + 1)
-        condition = code[start:end].strip()
-        is_one_negation = condition.startswith("!") and not re.search(r"&&|\|\|", condition)
-        if condition and not is_one_negation and not re.search(r"[^=!<>]=[^=]", condition):
-            yield Change(file, start, end, f" !({condition})" if code[start] == " " else f"!({condition})",
-                         "condition") if BLANK not in condition else None
-
-
-DECLARES = re.compile(r"^(?:const|static|constexpr|auto|using|return\s+\S|throw|else|case|default|public|private|protected|"
-                      r"explicit|template|typedef|friend|virtual|struct|class|enum|for|if|while|do|goto)\b|"
-                      r"^[\w:]+(?:<[^;=(]*>)?[*&]*\s+[*&]*\w+\s*(?:[={(;]|\[)")
-
-
-def simple_statements(code):
-    """Calls, assignments and jumps, each on lines of its own: (start, end, indentation)."""
-    for found in re.finditer(r"^([ \t]+)(?=\S)", code, re.M):
-        start = found.end()
-        before = code[:found.start()].rstrip(BLANK + " \t\n")
-        if not before or before[-1] not in "{};:" or code[start] in "}{#" + BLANK:
-            continue
-        end = code.find(";", start)
-        text = code[start:end + 1]
-        if end < 0 or "{" in text or "}" in text or text.count("(") != text.count(")"):
-            continue
-        if re.match(r"(continue|break|return);|delete ", text) or not DECLARES.match(text):
-            yield start, end + 1, found.group(1)
-
-
-def statements_changed(file, source, code):
-    before = None
-    inside = is_inside_function(code)
-    for start, end, indentation in simple_statements(code):
-        if not inside(start):
-            continue
-        # Room that is asked for in advance is a matter of time only, wherever it is asked for.
-        if re.match(r"[\w.>-]*\breserve\(", code[start:end]):
-            before = None
-            continue
-        if not re.match(r"return [^;]", code[start:end]) or is_in_branch(code, start):
-            yield Change(file, start, end, ";", "dropped")
-        gap = code[before[1]:start].strip(BLANK + " \t\n") if before else "x"
-        if before and are_independent(code[before[0]:before[1]], code[start:end]):
-            before = (start, end, indentation)
-            continue
-        jumps = re.match(r"(continue|break|return)\b", code[start:end])
-        if before and gap == "" and before[2] == indentation and not jumps:
-            swapped = source[start:end] + source[before[1]:start] + source[before[0]:before[1]]
-            yield Change(file, before[0], end, swapped, "swapped")
-        before = (start, end, indentation)
-
-
-# Calls that do nothing to what they do not name.
-PLAIN_CALLS = {"static_cast", "KtDbObjectId", "size", "data", "empty", "clear", "reserve", "setLogicalLengthZero", "swap",
-               "move", "min", "max", "begin", "end", "mbsinit"}
-
-
-def places_touched(statement):
-    """The variables and members that it names; None if it calls what may touch others."""
-    statement = re.sub(r"static_cast<[^<>]*>", "static_cast", statement.replace("std::", ""))
-    calls = re.findall(r"(\w+)(?=\()", statement)
-    if not set(calls) <= PLAIN_CALLS:
-        return None
-    paths = [re.split(r"->|\.", path) for path in re.findall(r"[A-Za-z_]\w*(?:(?:->|\.)\w+)*", statement)]
-    return [[name for name in path if name not in PLAIN_CALLS] for path in paths]
-
-
-def are_independent(one, other):
-    """Their order is nobody's business: what one names is neither what the other names nor a part of it."""
-    first, second = places_touched(one), places_touched(other)
-    if first is None or second is None:
-        return False
-    return not any(a[:len(b)] == b[:len(a)] for a in first for b in second if a and b)
-
-
-def is_in_branch(code, position):
-    """Whether the block that holds the position is one of a condition or loop, so that something comes behind it."""
-    depth = 0
-    for index in range(position - 1, -1, -1):
-        depth += {"}": 1, "{": -1}.get(code[index], 0)
-        if depth < 0:
-            head = re.split(r"[;{}]\s*\n", code[:index])[-1]
-            return bool(re.search(r"^\s*(\} )?(if|else|for|while|catch)\b", head))
-    return False
-
-
-def is_inside_function(code):
-    """A brace that opens behind a parenthesis, or within such a one, opens code."""
-    spans, stack = [], []
-    for index, character in enumerate(code):
-        if character == "{":
-            head = re.split(r"[;{}]", code[:index])[-1].strip()
-            is_code = bool(re.search(r"\)\s*(const|noexcept|override|final|mutable|\s|->[^)]*)*$", head)) or \
-                bool(re.search(r"(else|try|do)$", head)) or bool(re.search(r"\)\s*:\s", head))
-            stack.append((index, is_code and not re.search(r"\b(class|struct|enum|namespace)\b", head)))
-        elif character == "}" and stack:
-            start, is_code = stack.pop()
-            if is_code:
-                spans.append((start, index))
-    return lambda position: any(start < position < end for start, end in spans)
-
-
-def all_changes(pattern):
-    listed = subprocess.run(["git", "ls-files", "src/*.cpp", "src/*.h"], cwd=ROOT, capture_output=True, text=True,
-                            check=True).stdout.split()
-    changes = []
-    for file in listed:
-        # The seam is the host's to state; the array is code like any other.
-        is_seam = file.startswith("src/host/") and file != "src/host/KtArray.h"
-        if is_seam or file.startswith("src/module/resources/") or not fnmatch.fnmatch(file, pattern):
-            continue
-        source = (ROOT / file).read_text()
-        changes += [change for change in changes_in(file, source) if change is not None]
-    return changes
-
-
-# Building and running
-
-class Build:
-    """How the finished build was made: which object depends on what, and how each is compiled and linked."""
-
-    def __init__(self, folder):
-        self.folder = folder
-        self.compile = {}
-        for entry in json.loads((folder / "compile_commands.json").read_text()):
-            words = shlex.split(entry["command"])
-            words = [word for word in words if not word.endswith("ccache")]
-            self.compile[words[words.index("-o") + 1]] = words + ["-w"]
-        self.dependencies = {}
-        said = subprocess.run(["ninja", "-t", "deps"], cwd=folder, capture_output=True, text=True, check=True).stdout
-        for block in said.split("\n\n"):
-            lines = block.strip().splitlines()
-            if lines and ".o:" in lines[0]:
-                self.dependencies[lines[0].split(":")[0]] = {line.strip() for line in lines[1:]}
-
-    def link(self, target):
-        said = subprocess.run(["ninja", "-t", "commands", target], cwd=self.folder, capture_output=True, text=True)
-        last = said.stdout.strip().splitlines()[-1] if said.returncode == 0 else ""
-        return [word for word in shlex.split(last) if word not in (":", "&&")]
-
-    def objects_of(self, path):
-        """Of the module those that depend on it; of the tests those that name it themselves."""
-        include = path.removeprefix("src/").removeprefix("host/")
-        for object_, needs in self.dependencies.items():
-            if object_ not in self.compile or str(ROOT / path) not in needs:
+    def find_places(self, file):
+        code, found = masked(self.sources[file]), {}
+        bodies = outermost_bodies(code)
+        for number, change in self.changes.items():
+            if change.file != file:
                 continue
-            if object_.startswith("src/") or (object_.startswith("tests/") and self.names(object_, include)):
-                yield object_
+            body = next((body for body in bodies if body[0] < change.start < body[1]), None)
+            where = body or constant_at(code, change)
+            self.places[number] = found.setdefault(where, Place(*where, body is not None))
+            self.places[number].numbers.append(number)
+        return [found[where] for where in sorted(found)]
 
-    def names(self, object_, include):
-        source = pathlib.Path(self.compile[object_][-2])
-        return bool(re.search(rf'#include [<"]{re.escape(include)}[>"]', source.read_text()))
+    def part(self, place, number):
+        change, source = self.changes[number], self.sources[self.changes[number].file]
+        return source[place.start:change.start] + change.text + source[change.end:place.end]
 
+    def switched(self, file, applied=None):
+        """The text of a file with all its changes under a switch, or with one of them for good."""
+        source, done = self.sources[file], 0
 
-class Worker:
-    def __init__(self, number, build, work):
-        self.build = build
-        self.folder = work / f"worker-{number}"
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.tree = self.folder / "tree"
-        shutil.copytree(ROOT / "src", self.tree / "src")
-        shutil.copytree(ROOT / "include", self.tree / "include")
-        (self.folder / "tmp").mkdir()
-        self.lock = work / "loading.lock"
+        def lines_from(position):
+            return f'\n#line {source.count(chr(10), 0, position) + 1} "{file}"\n'
 
-    def run(self, command, seconds, **more):
-        environment = dict(os.environ, TEST_TMPDIR=str(self.folder / "tmp"),
-                           LD_LIBRARY_PATH=str(self.build.folder / "bin"))
-        limited = ["timeout", "--kill-after=5", str(seconds), "prlimit", f"--as={MEMORY}", *map(str, command)]
-        return subprocess.run(limited, env=environment, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, **more).returncode
+        text = [f'#include "{self.tree}/Choice.h"', lines_from(0)]
+        for place in self.places_in[file]:
+            before, same, first = source[done:place.start], source[place.start:place.end], place.numbers[0]
+            usable = [number for number in place.numbers if number not in self.broken | self.alone]
+            done = place.end
+            if applied in place.numbers:
+                text += [before, self.part(place, applied)]
+            elif not usable:
+                text += [before, same]
+            elif place.is_body:
+                text += [not_constexpr(before, "inline "), f"{{ switch (changeFor({first})) {{"]
+                text += [f'\ncase {number}:\n#line 1 "change-{number}"\n{self.part(place, number)}\nbreak;'
+                         for number in usable]
+                text += ["\ndefault:", lines_from(place.start), same, "\n}}", lines_from(done)]
+            else:
+                text += [not_constexpr(before, ""), f'\n#line 1 "change-{first}"\n',
+                         f"(changeFor({first}) == {first} ? {self.part(place, first)} : {same})", lines_from(done)]
+        return "".join(text) + source[done:]
 
-    def compile(self, object_):
-        words = [word.replace(str(ROOT / "src"), str(self.tree / "src"))
-                 .replace(str(ROOT / "include"), str(self.tree / "include"))
-                 for word in self.build.compile[object_]]
-        made = self.folder / object_.replace("/", "_")
-        words[words.index("-o") + 1] = str(made)
-        return made if self.run(words, 120, cwd=self.build.folder) == 0 else None
+    def write(self, applied=None):
+        write_if_changed(self.tree / "Choice.h", CHOICE.encode())
+        for file in self.sources:
+            write_if_changed(self.tree / file, self.switched(file, applied).encode())
 
-    def link(self, target, changed):
-        """The changed objects come first: of what several objects define, the linker takes the first."""
-        words = self.build.link(target)
-        first = next(index for index, word in enumerate(words) if word.endswith(".o"))
-        rest = [word for word in words[first:] if word not in changed]
-        mine = [str(changed[word]) for word in words[first:] if word in changed]
-        if not mine and any(word.endswith(".a") for word in words):
-            mine = [str(made) for object_, made in changed.items() if object_.startswith("src/")]
-        made = self.folder / pathlib.Path(target).name
-        command = words[:first] + mine + rest
-        command[command.index("-o") + 1] = str(made)
-        return made if mine and self.run(command, 120, cwd=self.build.folder) == 0 else None
+    def build(self):
+        """Builds the suites. What does not compile is noted, and left out, until the rest does."""
+        listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard"], cwd=ROOT, capture_output=True,
+                                text=True, check=True).stdout.splitlines()
+        for file in listed:
+            if file not in self.sources and (ROOT / file).is_file():
+                write_if_changed(self.tree / file, (ROOT / file).read_bytes(), (ROOT / file).stat().st_mode)
+        self.write()
+        said = self.run("cmake", "--preset", "mutate")
+        if said is not None:
+            sys.exit(said)
+        self.make_usable(OBJECTS)  # most is found here, before so much depends on it
+        self.make_usable(SUITES)
+        self.kept.write_text(json.dumps({"of": self.digest, "alone": [*self.alone], "broken": [*self.broken]}))
 
-    def notices(self, suite, seconds, program=None, arguments=()):
-        command = [program or self.build.folder / "bin" / suite, "--gtest_brief=1", "--gtest_fail_fast", *arguments]
-        return self.run(command, seconds, cwd=self.folder) != 0
+    def make_usable(self, targets):
+        while (said := self.make(targets)) is not None:
+            if not self.leaves_out(said):
+                sys.exit(f"mutate: the changes cannot be built:\n{said}")
+            self.write()
 
-    def judge(self, change, limits):
-        source = (ROOT / change.file).read_text()
-        path = self.tree / change.file
-        try:
-            path.write_text(change.apply(source))
-            return self.judge_written(change, limits)
-        finally:
-            path.write_text(source)
-            for made in self.folder.glob("*.o"):
-                made.unlink()
+    def make(self, targets):
+        how = ["--", "-k0", f"-j{os.cpu_count()}"]
+        return self.run("cmake", "--build", "--preset", "mutate", "--target", *targets, *how)
 
-    def judge_written(self, change, limits):
-        changed = {}
-        for object_ in self.build.objects_of(change.file):
-            changed[object_] = self.compile(object_)
-            if changed[object_] is None:
-                return "does not compile"
-        if not changed:
-            return "does not compile"
-        for suite in suites_for(change.file):
-            if suite in limits:
-                program = self.link(f"bin/{suite}", changed)
-                if program is None:
-                    return "does not compile"
-                if self.notices(suite, limits[suite], program):
-                    return "caught"
-        return "caught" if self.is_noticed_by_loading(changed, limits) else "survived"
+    def run(self, *command):
+        """What it says if it fails."""
+        done = subprocess.run(command, cwd=self.tree, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                              check=False, env=dict(os.environ, LC_ALL="C"))
+        return done.stdout if done.returncode != 0 else None
 
-    def is_noticed_by_loading(self, changed, limits):
-        suites = [suite for suite in LOADING if suite in limits]
-        module = self.link("bin/KtDxNotify.kmx", changed) if suites else None
-        if module is None:
-            return False
-        with open(self.lock, "w", encoding="ascii") as lock:
-            fcntl.flock(lock, fcntl.LOCK_EX)  # all share the folder that the module is loaded from
-            place = self.build.folder / "bin/KtDxNotify.kmx"
-            kept = place.with_suffix(".kept")
-            place.rename(kept)
-            try:
-                shutil.copy(module, place)
-                return any(self.notices(suite, limits[suite]) for suite in suites)
-            finally:
-                kept.replace(place)
+    def leaves_out(self, said):
+        """A constant that the compiler itself has to know makes what uses it fail, so these go first."""
+        names = set(re.findall(r"the value of '[^']*?(\w+)' is not usable", said))
+        outside = {number for number, place in self.places.items() if not place.is_body} - self.alone
+        found = {number for number in outside if names & self.declared_before(number)}
+        if not found:
+            found = {int(number) for number in re.findall(r"^change-(\d+):\d+:\d+: error", said, re.M)}
+        self.alone |= found & outside
+        self.broken |= found - outside
+        return found
+
+    def declared_before(self, number):
+        source, start = self.sources[self.changes[number].file], self.places[number].start
+        return set(re.findall(r"\w+", source[source.rfind("\n", 0, start):start]))
 
 
-def suites_for(file):
-    return LINKED.get(file.split("/")[1], LINKED_OTHERS)
+def constant_at(code, change):
+    """Where it is; of a literal, of which one character changes, all."""
+    start, end = change.start, change.end
+    while code[start - 1] == BLANK and code[start] == BLANK:
+        start -= 1
+    while code[end] == BLANK and code[end - 1] == BLANK:
+        end += 1
+    return start, end
 
 
-def limits_of(build, worker, suites):
-    """How long each suite may take, by how long it takes on an unchanged module, which must satisfy it."""
-    limits = {}
-    for suite in suites:
-        if not (build.folder / "bin" / suite).exists():
-            continue
+def not_constexpr(text, instead):
+    """What stands before something that is switched, which nothing can know that is known at compile time."""
+    head = re.search(r"[^;{}]*\Z", text).start()
+    return text[:head] + text[head:].replace("static constexpr ", "static inline ").replace("constexpr ", instead)
+
+
+def digest(texts):
+    return hashlib.sha256("\0".join(texts).encode()).hexdigest()
+
+
+def write_if_changed(path, text, mode=0o644):
+    if not path.exists() or path.read_bytes() != text:
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(text)
+        path.chmod(mode)
+
+
+# Running the tests
+
+class Test:
+    def __init__(self, suite, name):
+        self.suite, self.name = suite, name
+        self.reached = frozenset()  # places
+        self.seconds = 0.0
+
+
+class Runner:
+    """Runs tests in a folder of its own."""
+
+    def __init__(self, number, work, project):
+        self.bin = project.tree / "build/mutate/bin"
+        self.folder = work / f"runner-{number}"
+        (self.folder / "tmp").mkdir(parents=True, exist_ok=True)
+        self.reached = self.folder / "reached"
+
+    def fail(self, suite, names, seconds, **environment):
+        """The first that does, if any; the seconds are of the processor."""
+        log = self.folder / "log"
+        environment["TEST_TMPDIR"] = str(self.folder / "tmp")
+        limits = ["timeout", "--kill-after=5", str(60 + 20 * seconds), "prlimit", f"--as={MEMORY}", f"--cpu={seconds}"]
+        with open(log, "wb") as output:
+            code = subprocess.run([*limits, self.bin / suite, "--gtest_fail_fast", f"--gtest_filter={':'.join(names)}"],
+                                  cwd=self.folder, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
+                                  env=OWN_ENVIRONMENT | environment, check=False).returncode
+        if code == 0:
+            return None
+        begun = re.findall(r"^\[ RUN      \] (\S+)", log.read_text(errors="replace"), re.M)
+        return begun[-1] if begun else names[0]
+
+    def watch(self, test):
+        """Notes what the test reaches and how long it takes."""
+        self.reached.write_bytes(bytes(65536))
         begin = time.monotonic()
-        if worker.notices(suite, 900):
-            sys.exit(f"mutate: {suite} fails without any change")
-        limits[suite] = int(10 + 6 * (time.monotonic() - begin))
-    return limits
+        if self.fail(test.suite, [test.name], 300, KTDX_REACHED=str(self.reached)):
+            sys.exit(f"mutate: {test.suite} {test.name} fails without any change")
+        test.seconds = time.monotonic() - begin
+        test.reached = frozenset(place for place, mark in enumerate(self.reached.read_bytes()) if mark)
+
+    def tests(self, suite):
+        said = subprocess.run([self.bin / suite, "--gtest_list_tests"], capture_output=True, text=True,
+                              check=True).stdout
+        group = ""
+        for line in said.splitlines():
+            word = line.split()[0]
+            if line[0] != " ":
+                group = word
+            else:
+                yield Test(suite, group + word)
 
 
-# Equivalents and the report
+class Jury:
+    """Knows which tests reach what, and which of them have noticed a change there."""
+
+    def __init__(self, runners, project):
+        self.runners, self.project = queue.Queue(), project
+        for runner in runners:
+            self.runners.put(runner)
+        self.tests = [test for suite in SUITES for test in runners[0].tests(suite)]
+        self.pool = concurrent.futures.ThreadPoolExecutor(len(runners))
+        self.noticed = collections.defaultdict(list)  # by what tests, at each place
+
+    def watch(self, file):
+        """What a test reaches is kept in the file for as long as the sources are the same."""
+        kept = json.loads(file.read_text()) if file.exists() else {}
+        known = kept.get(self.project.digest, {})
+        new = [test for test in self.tests if f"{test.suite} {test.name}" not in known]
+        list(self.pool.map(lambda test: self.with_runner(lambda runner: runner.watch(test)), new))
+        for test in self.tests:
+            reached, seconds = known.setdefault(f"{test.suite} {test.name}", (sorted(test.reached), test.seconds))
+            test.reached, test.seconds = frozenset(reached), seconds
+        self.tests = [test for test in self.tests if test.seconds < SLOWEST]
+        file.write_text(json.dumps({self.project.digest: known}))
+
+    def with_runner(self, work):
+        runner = self.runners.get()
+        try:
+            return work(runner)
+        finally:
+            self.runners.put(runner)
+
+    def judge(self, number, reaching=None):
+        """The test that notices the change, or None."""
+        place = self.project.places[number].numbers[0]
+        tests = [test for test in self.tests if place in test.reached] if reaching is None else reaching
+        for group in self.groups(tests, self.noticed[place][-4:]):
+            seconds = 1 + int(4 * sum(test.seconds for test in group))
+            name = self.with_runner(lambda runner, group=group, seconds=seconds: runner.fail(
+                group[0].suite, [test.name for test in group], seconds, KTDX_CHANGE=str(number)))
+            if name:
+                self.noticed[place] = [test for test in self.noticed[place] if test.name != name]
+                self.noticed[place] += [test for test in group if test.name == name]
+                return f"{group[0].suite} {name}"
+        return None
+
+    def groups(self, tests, likely):
+        """Those of one suite together, the likely first, then those that reach little, in growing portions."""
+        tests = likely[::-1] + sorted((test for test in tests if test not in likely),
+                                      key=lambda test: (SUITES.index(test.suite), len(test.reached) * test.seconds))
+        size = 4
+        while tests:
+            suite = tests[0].suite
+            group = [test for test in tests[:size] if test.suite == suite]
+            tests = [test for test in tests if test not in group]
+            yield group
+            size *= 4
+
+
+# The report
 
 def read_equivalents(path):
     """'FILE: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands for any
@@ -414,74 +349,110 @@ def read_equivalents(path):
     return equivalents
 
 
-def main():
+def read_judged(path):
+    return [line.split(": ", 1)[1] for line in path.read_text().splitlines() if line.startswith("survived: ")]
+
+
+class Report:
+    def __init__(self, project, equivalents, path):
+        self.project, self.equivalents, self.file = project, equivalents, open(path, "w", encoding="utf-8")
+        self.counts = collections.Counter()
+        self.lock = threading.Lock()
+
+    def add(self, number, result):
+        change = self.project.changes[number]
+        source = self.project.sources[change.file]
+        what = change.described(source)
+        told = f"{change.file}: {what}"
+        if result == "survived" and any(re.fullmatch(key, told) for key in self.equivalents):
+            result = "the same program"
+        with self.lock:
+            self.counts["caught" if result.startswith("caught") else result] += 1
+            print(f"{result}: {told}", file=self.file, flush=True)
+            if not result.startswith(("caught", "does not")):
+                print(f"{result}: {change.file}:{change.line(source)}: {change.kind}: {what}", flush=True)
+            if self.counts.total() % 100 == 0:
+                print(f"mutate: {self.counts.total()} of {len(self.project.changes)}", flush=True)
+
+
+def judge_all(options, project, jury, report):
+    def judge(number):
+        if number in project.broken:
+            report.add(number, "does not compile")
+        else:
+            name = jury.judge(number)
+            report.add(number, f"caught by {name}" if name else "survived")
+
+    list(jury.pool.map(judge, [number for number in options.chosen if number not in project.alone]))
+    for number in options.chosen:
+        if number in project.alone:
+            judge_alone(number, project, jury, report)
+
+
+def judge_alone(number, project, jury, report):
+    """A change that needs a build of its own. Its place is unmarked, so all tests are asked."""
+    project.write(applied=number)
+    if project.make(SUITES) is not None:
+        report.add(number, "does not compile")
+    else:
+        name = jury.judge(number, jury.tests)
+        report.add(number, f"caught by {name}" if name else "survived")
+
+
+def read_options():
     parser = argparse.ArgumentParser()
-    parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("work", type=pathlib.Path)
     parser.add_argument("equivalents", type=pathlib.Path)
     parser.add_argument("--files", default="*")
+    parser.add_argument("--matching", default="", help="only changes whose description holds this regular expression")
     parser.add_argument("--limit", type=int)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1 << 32))
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
-    parser.add_argument("--matching", default="", help="only changes whose description holds this regular expression")
+    parser.add_argument("--survivors", action="store_true")
     parser.add_argument("--list", action="store_true")
-    options = parser.parse_args()
+    return parser.parse_args()
 
-    changes = [change for change in all_changes(options.files)
-               if re.search(options.matching, change.described((ROOT / change.file).read_text()))]
-    total = len(changes)
-    random.Random(options.seed).shuffle(changes)
-    changes = changes[:options.limit]
-    sources = {change.file: (ROOT / change.file).read_text() for change in changes}
+
+def chosen_of(changes, options, judged):
+    """The numbers of those that the options ask for."""
+    sources = {file: (ROOT / file).read_text() for file in {change.file for change in changes}}
+    told = [f"{change.file}: {change.described(sources[change.file])}" for change in changes]
+    again = set(read_judged(judged)) if options.survivors else set(told)
+    chosen = [number for number, text in enumerate(told, 1) if fnmatch.fnmatch(text.split(": ")[0], options.files) and
+              re.search(options.matching, text) and text in again]
+    random.Random(options.seed).shuffle(chosen)
     if options.list:
-        for change in sorted(changes, key=lambda change: (change.file, change.start)):
-            source = sources[change.file]
-            print(f"{change.file}:{change.line(source)}: {change.kind}: {change.described(source)}")
-        return
-    equivalents = read_equivalents(options.equivalents)
-    options.work.mkdir(parents=True, exist_ok=True)
-    build = Build(options.build.resolve())
-    workers = queue.Queue()
-    for number in range(options.jobs):
-        workers.put(Worker(number, build, options.work.resolve()))
-    suites = sorted({suite for change in changes for suite in suites_for(change.file)}) + LOADING
-    first = workers.get()
-    limits = limits_of(build, first, suites)
-    for file in {suites_for(change.file)[0]: change.file for change in changes}.values():
-        if first.judge(Change(file, 0, 0, "", "none"), limits) != "survived":
-            sys.exit(f"mutate: {file} compiled again and unchanged is not what it was")
-    workers.put(first)
-    print(f"mutate: {len(changes)} of {total} changes, seed {options.seed}; suites: {' '.join(limits)}", flush=True)
+        print(*sorted(told[number - 1] for number in chosen[:options.limit]), sep="\n")
+        sys.exit()
+    return chosen[:options.limit]
 
-    def judge(change):
-        worker = workers.get()
-        try:
-            return change, worker.judge(change, limits)
-        finally:
-            workers.put(worker)
 
-    counts = {"caught": 0, "survived": 0, "does not compile": 0}
-    unexplained = []
+def main():
+    options = read_options()
+    equivalents, work = read_equivalents(options.equivalents), options.work.resolve()
+    changes = all_changes()
+    judged = work / "judged.txt"
+    options.chosen = chosen_of(changes, options, judged)
     begin = time.monotonic()
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
-        for change, result in pool.map(judge, changes):
-            counts[result] += 1
-            if sum(counts.values()) % 25 == 0:
-                print(f"mutate: {sum(counts.values())} of {len(changes)}", flush=True)
-            if result == "survived":
-                source = sources[change.file]
-                told = f"{change.file}: {change.described(source)}"
-                known = any(re.fullmatch(key, told) for key in equivalents)
-                place = f"{change.file}:{change.line(source)}: {change.kind}: {change.described(source)}"
-                print(f"survived{' (the same program)' if known else ''}: {place}", flush=True)
-                if not known:
-                    unexplained.append(place)
-    judged = counts["caught"] + len(unexplained)
-    share = counts["caught"] / judged if judged else 1.0
-    print(f"mutate: {judged} changes that make another program, {counts['caught']} caught ({100 * share:.1f}%), "
-          f"{len(unexplained)} not; besides {counts['survived'] - len(unexplained)} that leave it the same, "
-          f"{counts['does not compile']} that do not compile; {time.monotonic() - begin:.0f} seconds")
+    project = Project(work, changes)
+    project.build()
+    print(f"mutate: built after {time.monotonic() - begin:.0f} seconds; {len(project.alone)} changes need builds of their "
+          "own", flush=True)
+    jury = Jury([Runner(number, work, project) for number in range(options.jobs)], project)
+    jury.watch(work / "reached.json")
+    print(f"mutate: {len(jury.tests)} tests watched after {time.monotonic() - begin:.0f} seconds; judging "
+          f"{len(options.chosen)} of {len(changes)} changes, seed {options.seed}", flush=True)
+    report = Report(project, equivalents, judged)
+    judge_all(options, project, jury, report)
+    counts = report.counts
+    asked = counts["caught"] + counts["survived"]
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    share = counts["caught"] / asked if asked else 1.0
+    print(f"mutate: {counts['caught']} of {asked} caught, {100 * share:.1f} in 100; besides, "
+          f"{counts['the same program']} leave the program the same and {counts['does not compile']} do not compile; "
+          f"{time.monotonic() - begin:.0f} seconds, {used.ru_utime + used.ru_stime:.0f} of the processor")
     sys.exit(1 if share < WANTED else 0)
 
 
-main()
+if __name__ == "__main__":
+    main()

@@ -1,8 +1,8 @@
 #include "Containers.h"
 
 #include "DrawingIds.h"
-#include "OpenObject.h"
 #include "PlacedReference.h"
+#include "ReadObject.h"
 
 #include <KtDbBlockReference.h>
 #include <KtDbBlockTableRecord.h>
@@ -15,7 +15,7 @@ namespace parts {
 namespace {
 
 const KtDbDatabase* attachedDrawing(KtDbObjectId record) {
-    const OpenObject<KtDbBlockTableRecord> opened(record);
+    const ReadObject<KtDbBlockTableRecord> opened(record);
     return opened && opened->isFromExternalReference() ? opened->externalDatabase() : nullptr;
 }
 
@@ -57,20 +57,20 @@ const std::wstring& Containers::name(KtDbObjectId container) {
 }
 
 bool Containers::isLayout(KtDbObjectId container) const {
-    const OpenObject<KtDbBlockTableRecord> record(container);
+    const ReadObject<KtDbBlockTableRecord> record(container);
     return record && record->isLayout() && record->database() == database_;
 }
 
 std::vector<Placement> Containers::placements(KtDbObjectId container) const {
     std::vector<Placement> placements;
     KtArray<KtDbObjectId> ids;
-    const OpenObject<KtDbBlockTableRecord> record(container);
+    const ReadObject<KtDbBlockTableRecord> record(container);
     if (!record || record->getBlockReferenceIds(ids) != Orbx::eOk) {
         return placements;
     }
     placements.reserve(ids.length());
     for (const KtDbObjectId id : ids) {
-        const OpenObject<KtDbBlockReference> reference(id);
+        const ReadObject<KtDbBlockReference> reference(id);
         if (reference) {
             placements.push_back({handleText(reference->handle()), resolve(reference->ownerId())});
         }

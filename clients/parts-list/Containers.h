@@ -18,7 +18,7 @@ struct Placement {
 
 /// Answers how the containers of a drawing hang together, those of attached drawings included: what lies in
 /// the model space of an attached drawing lies, for this one, in the record that attaches it. Valid until the
-/// drawing changes.
+/// drawing changes. Everything here throws InUse.
 class Containers {
 public:
     explicit Containers(const KtDbDatabase& database);

@@ -1,6 +1,6 @@
 #include "DrawingIds.h"
 
-#include "OpenObject.h"
+#include "ReadObject.h"
 
 #include <KtDbBlockReference.h>
 #include <KtDbBlockRepresentation.h>
@@ -34,7 +34,7 @@ KtArray<KtDbObjectId> representationsOf(const KtDbBlockRepresentation* protocol,
 
 std::vector<KtDbObjectId> listRecords(const KtDbDatabase& database) {
     std::vector<KtDbObjectId> records;
-    const OpenObject<KtDbBlockTable> table(database.blockTableId());
+    const ReadObject<KtDbBlockTable> table(database.blockTableId());
     KtDbBlockTableIterator* walk = nullptr;
     if (!table || table->newIterator(walk) != Orbx::eOk) {
         return records;
@@ -51,7 +51,7 @@ std::vector<KtDbObjectId> listRecords(const KtDbDatabase& database) {
 
 KtDbObjectId findRecord(const KtDbDatabase& database, const std::wstring& name) {
     KtDbObjectId record;
-    const OpenObject<KtDbBlockTable> table(database.blockTableId());
+    const ReadObject<KtDbBlockTable> table(database.blockTableId());
     if (!table || table->getIdAt(name.c_str(), record) != Orbx::eOk) {
         return {};
     }
@@ -78,7 +78,7 @@ std::vector<KtDbObjectId> withRepresentations(const std::vector<KtDbObjectId>& d
 }
 
 std::wstring recordName(KtDbObjectId record) {
-    const OpenObject<KtDbSymbolTableRecord> opened(record);
+    const ReadObject<KtDbSymbolTableRecord> opened(record);
     const wchar_t* name = nullptr;
     if (!opened || opened->getName(name) != Orbx::eOk || name == nullptr) {
         return {};

@@ -1,5 +1,6 @@
 #include "DrawnTable.h"
 
+#include "InUse.h"
 #include "OpenObject.h"
 #include "Refusal.h"
 
@@ -74,6 +75,14 @@ void require(Orbx::ErrorStatus status, const wchar_t* what) {
     }
 }
 
+/// Even to be compared, it is opened to be written in the end.
+void requireOpen(KtDbObjectId id, Orbx::ErrorStatus status) {
+    if (isInUse(status)) {
+        throw InUse(id, KtDb::kForWrite);
+    }
+    require(status, L"the table cannot be opened");
+}
+
 void write(KtDbTable& table, const PartsTable& list) {
     const Size size = sizeOf(list);
     if (size != Size{table.rows(), table.columns()}) {
@@ -88,7 +97,7 @@ void write(KtDbTable& table, const PartsTable& list) {
 
 void openAndWrite(KtDbObjectId id, const PartsTable& list) {
     const OpenObject<KtDbTable> table(id, KtDb::kForWrite);
-    require(table.status(), L"the table cannot be opened");
+    requireOpen(id, table.status());
     write(*table.get(), list);
 }
 
@@ -120,7 +129,7 @@ void DrawnTable::update(const PartsTable& list) const {
 
 bool DrawnTable::shows(const PartsTable& list) const {
     const OpenObject<KtDbTable> table(id_);
-    require(table.status(), L"the table cannot be opened");
+    requireOpen(id_, table.status());
     return sizeOf(list) == Size{table->rows(), table->columns()} &&
            compareCells(*table.get(), list, [](std::uint32_t, std::uint32_t) { return false; });
 }

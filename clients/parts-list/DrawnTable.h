@@ -24,8 +24,8 @@ public:
     /// False once the user has erased the table, until it is restored.
     bool isThere() const;
     /// Writes the cells that differ, and nothing when none does: what is written opens the table for modify,
-    /// and whoever watches it hears of that. The user's undo steps stay what they were. Throws Refusal when
-    /// the table cannot be opened.
+    /// and whoever watches it hears of that. The user's undo steps stay what they were. Throws InUse, and
+    /// Refusal when the table cannot be opened at all.
     void update(const PartsTable& list) const;
     /// True when every cell is as `update` would write it.
     bool shows(const PartsTable& list) const;

@@ -20,8 +20,8 @@ struct Selection {
     KtDbObjectId ownTable;          ///< the reference that draws the list itself is not part of it
 };
 
-/// Extracts a list from a drawing that has nothing open for write. Takes time proportional to what it reads,
-/// and sorting the rows.
+/// Extracts a list from a drawing. Throws InUse when somebody has open for writing what has to be read. Takes
+/// time proportional to what it reads, and sorting the rows.
 ///  - by reference: a row for each block reference, with the columns Block, Container and Handle, by block
 ///    and handle;
 ///  - by occurrence: a row for every way in which a reference comes to lie in a layout, with the columns

@@ -18,6 +18,9 @@ void show(const DocumentWatch& watch) {
     for (const std::wstring& line : toLines(watch.list().table())) {
         ktedPrint(line.c_str());
     }
+    if (const InUse* obstacle = watch.list().obstacle()) {
+        ktedPrint((L"not up to date: " + obstacle->reason()).c_str());
+    }
 }
 
 void runHeartbeat(DocumentWatch& watch, std::wstring_view word) {

@@ -112,7 +112,8 @@ PartsTable PartsList::extract() const {
 
 void PartsList::refresh(bool always) {
     PartsTable fresh = extract();
-    if (always || fresh != table_) {
+    const bool hasWaited = std::exchange(unread_, std::nullopt).has_value();
+    if (always || hasWaited || fresh != table_) {
         take(std::move(fresh));
     } else if (drawn_ && drawn_->isThere()) {
         drawOrReport(); // undo may have brought cells of long ago back
@@ -136,6 +137,9 @@ void PartsList::publish() {
 void PartsList::drawOrReport() {
     try {
         drawTable();
+        undrawn_.reset();
+    } catch (const InUse& obstacle) {
+        waitFor(obstacle, undrawn_);
     } catch (const Refusal& refusal) {
         print(refusal.reason());
     }
@@ -186,25 +190,49 @@ bool PartsList::hasOtherDefinitions() const {
 }
 
 void PartsList::blocksChanged() {
-    if (hasOtherDefinitions()) {
-        attach();
+    try {
+        if (hasOtherDefinitions()) {
+            attach();
+        }
+        refresh(true);
+    } catch (const InUse& obstacle) {
+        waitFor(obstacle, unread_);
     }
-    refresh(true);
 }
 
 void PartsList::idle() {
-    const bool isTouched = listener_.isTouched();
-    if (!isTouched && !hasOtherDefinitions()) {
+    if (unread_ && !unread_->isOver()) {
+        return; // nothing can be read before that
+    }
+    try {
+        follow();
+    } catch (const InUse& obstacle) {
+        waitFor(obstacle, unread_);
+    }
+}
+
+void PartsList::follow() {
+    const bool hasWaited = unread_ || (undrawn_ && undrawn_->isOver());
+    const bool isDue = hasWaited || listener_.isTouched();
+    if (!isDue && !hasOtherDefinitions()) {
         return;
     }
-    // Only what KtDxNotify has seen can be attached to, and what it has not heard it has to be made to look
-    // for. If its own check came first and called, neither is left to do; otherwise it looks now, and tells
-    // of everything that there is to tell.
-    ktdxUpdateBlockGraph(&document_, isTouched, true);
-    if (listener_.isTouched() || hasOtherDefinitions()) {
+    // Only what KtDxNotify has seen can be attached to, and what it has not heard, or could not read either,
+    // it has to be made to look for. If its own check came first and called, neither is left to do; otherwise
+    // it looks now, and tells of everything that there is to tell.
+    ktdxUpdateBlockGraph(&document_, isDue, true);
+    if (hasWaited || listener_.isTouched() || hasOtherDefinitions()) {
         attach();
         refresh(false);
     }
+}
+
+/// The same obstacle is told of once.
+void PartsList::waitFor(const InUse& obstacle, std::optional<InUse>& place) const {
+    if (!place || place->object() != obstacle.object()) {
+        print(obstacle.reason() + L"; until then it stays as it was");
+    }
+    place = obstacle;
 }
 
 void PartsList::print(const std::wstring& text) const {

@@ -4,6 +4,7 @@
 #include "DocumentTimer.h"
 #include "DrawnTable.h"
 #include "Extract.h"
+#include "InUse.h"
 #include "ListSource.h"
 #include "Options.h"
 #include "PartsTable.h"
@@ -22,6 +23,11 @@ namespace parts {
 /// idle check finds that the drawing has other definitions than before (a definition that is new, with the
 /// first reference to it, changes none of those that were there to be watched) or that something has been
 /// touched and KtDxNotify did not call: then it may not have heard it, and is made to look.
+///
+/// A list is of one moment and whole. While somebody has open for writing what would have to be read, the
+/// list, the file and the table in the drawing stay as they were, and people are told what is in the way; the
+/// idle check that finds it out of the way has everything extracted again. The same holds for the table alone
+/// while that cannot be written.
 class PartsList {
 public:
     /// Extracts, draws and writes the list for the first time, as part of the running command, and begins to
@@ -38,6 +44,9 @@ public:
     void stopWithDocument();
 
     const PartsTable& table() const { return table_; }
+
+    /// What the list has to wait for before it can follow the drawing again; null when it is not behind.
+    const InUse* obstacle() const { return unread_ ? &*unread_ : nullptr; }
 
     /// Extracts afresh and compares with the list, the file and the table in the drawing. Throws Refusal with
     /// what differs.
@@ -58,6 +67,8 @@ private:
     bool hasOtherDefinitions() const;
     void blocksChanged();
     void idle();
+    void follow();
+    void waitFor(const InUse& obstacle, std::optional<InUse>& place) const;
     void print(const std::wstring& text) const;
 
     KtApDocument& document_;
@@ -67,7 +78,9 @@ private:
     std::vector<KtDbObjectId> knownRecords_; // the whole block table as it was last seen
     std::optional<DrawnTable> drawn_;        // before the first extraction, which leaves it out
     PartsTable table_;
-    bool toldOfLoss_ = false; // that the table in the drawing is gone
+    bool toldOfLoss_ = false;      // that the table in the drawing is gone
+    std::optional<InUse> unread_;  // what kept the drawing from being read
+    std::optional<InUse> undrawn_; // what kept the list from being drawn
     TouchListener listener_;
     CallbackSlot changedSlot_;
     CallbackSlot idleSlot_;

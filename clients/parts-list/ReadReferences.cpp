@@ -1,7 +1,7 @@
 #include "ReadReferences.h"
 
 #include "DrawingIds.h"
-#include "OpenObject.h"
+#include "ReadObject.h"
 
 #include <KtArray.h>
 #include <KtDbAttribute.h>
@@ -42,7 +42,7 @@ std::vector<Attribute> readAttributes(const KtDbBlockReference& reference) {
     std::vector<Attribute> attributes;
     const std::unique_ptr<KtDbObjectIterator> walk(reference.attributeIterator());
     for (; walk != nullptr && !walk->done(); walk->step()) {
-        const OpenObject<KtDbAttribute> attribute(walk->objectId());
+        const ReadObject<KtDbAttribute> attribute(walk->objectId());
         if (attribute) {
             attributes.push_back({attribute->tag(), attribute->text()});
         }
@@ -75,7 +75,7 @@ PlacedReference readReference(const KtDbBlockReference& reference, Names& names)
 
 KtArray<KtDbObjectId> directReferences(KtDbObjectId record) {
     KtArray<KtDbObjectId> ids;
-    const OpenObject<KtDbBlockTableRecord> opened(record);
+    const ReadObject<KtDbBlockTableRecord> opened(record);
     if (opened && opened->getBlockReferenceIds(ids) != Orbx::eOk) {
         ids.setLogicalLengthZero();
     }
@@ -89,8 +89,11 @@ std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& rec
     Names names;
     for (const KtDbObjectId record : records) {
         for (const KtDbObjectId id : directReferences(record)) {
-            const OpenObject<KtDbBlockReference> reference(id);
-            if (reference && !id.isEffectivelyErased()) {
+            if (id.isEffectivelyErased()) {
+                continue;
+            }
+            const ReadObject<KtDbBlockReference> reference(id);
+            if (reference) {
                 references.push_back(readReference(*reference.get(), names));
             }
         }

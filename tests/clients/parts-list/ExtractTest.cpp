@@ -1,6 +1,8 @@
 #include "Extract.h"
 
 #include "DrawingIds.h"
+#include "InUse.h"
+#include "OpenObject.h"
 #include "PlacedReference.h"
 
 #include "kthost/database/Attributes.h"
@@ -163,6 +165,44 @@ TEST_F(Extract, ErasedReferencesAreLeftOut) {
 TEST_F(Extract, ErasedAttributesAreLeftOut) {
     EXPECT_EQ(kthost::eraseAttribute(database_, kthost::attributesOf(first_).at(1).id), Orbx::eOk);
     EXPECT_THAT(column(extract(RowKind::reference, {resistor_}), L"Value"), ElementsAre(L"", L"2k"));
+}
+
+TEST_F(Extract, NeedsTheTableOfBlocks) {
+    const OpenObject<KtDbObject> writing(database_.blockTableId(), KtDb::kForWrite);
+    EXPECT_THROW(extract(RowKind::reference, {resistor_}), InUse);
+}
+
+TEST_F(Extract, NeedsTheDefinitions) {
+    const OpenObject<KtDbObject> writing(resistor_, KtDb::kForWrite);
+    EXPECT_THROW(extract(RowKind::reference, {resistor_}), InUse);
+}
+
+TEST_F(Extract, NeedsTheReferences) {
+    const OpenObject<KtDbObject> writing(first_, KtDb::kForWrite);
+    EXPECT_THROW(extract(RowKind::reference, {resistor_}), InUse);
+}
+
+TEST_F(Extract, NeedsTheAttributes) {
+    const OpenObject<KtDbObject> writing(kthost::attributesOf(first_).at(1).id, KtDb::kForWrite);
+    EXPECT_THROW(extract(RowKind::reference, {resistor_}), InUse);
+}
+
+TEST_F(Extract, ByOccurrenceNeedsTheReferencesToContainers) {
+    const OpenObject<KtDbObject> writing(left_, KtDb::kForWrite);
+    EXPECT_EQ(extract(RowKind::reference, {resistor_}).rows.size(), 2U);
+    EXPECT_THROW(extract(RowKind::occurrence, {resistor_}), InUse);
+}
+
+TEST_F(Extract, DoesWithoutWhatIsErased) {
+    EXPECT_EQ(kthost::eraseReference(database_, first_), Orbx::eOk);
+    const OpenObject<KtDbObject> writing(first_, KtDb::kForWrite, true);
+    EXPECT_EQ(extract(RowKind::reference, {resistor_}).rows.size(), 1U);
+}
+
+TEST_F(Extract, ReadsBesideOthersThatRead) {
+    const OpenObject<KtDbObject> reading(first_);
+    const OpenObject<KtDbObject> listening(inner_, KtDb::kForNotify);
+    EXPECT_EQ(extract(RowKind::reference, {resistor_}).rows.size(), 2U);
 }
 
 TEST_F(Extract, TheListsOwnTableIsLeftOut) {

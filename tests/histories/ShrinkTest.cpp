@@ -57,6 +57,47 @@ TEST(Shrink, LeavesAllWhereAllIsNeeded) {
     EXPECT_EQ(shrink(history, [](const History& shorter) { return shorter.size() == 60; }), history);
 }
 
+/// How often a line is run, alone or together with others.
+std::ptrdiff_t countRuns(const History& history, const std::string& line) {
+    return std::count_if(history.begin(), history.end(), [&](const std::string& each) {
+        return each == line || each.find("\"" + line + "\"") != std::string::npos;
+    });
+}
+
+TEST(Shrink, TakesLinesOutOfThoseThatAreRunTogether) {
+    const auto showsFault = [](const History& history) {
+        return std::any_of(history.begin(), history.end(), [](const std::string& line) {
+            return countRuns({line}, "insert") == 1 && countRuns({line}, "purge") == 1;
+        });
+    };
+    EXPECT_THAT(shrink({"erase", R"(together "insert" "undo" "purge" "erase")", "insert"}, showsFault),
+                ElementsAre(R"(together "insert" "purge")"));
+}
+
+TEST(Shrink, ALineThatIsLeftAloneIsNotRunTogether) {
+    const auto showsFault = [](const History& history) { return countRuns(history, "purge") == 1; };
+    EXPECT_THAT(shrink({"erase", R"(together "insert" "purge" "undo")"}, showsFault), ElementsAre("purge"));
+}
+
+TEST(Shrink, LinesThatAreNeededTogetherStayTogether) {
+    const History history{R"(together "insert ""R 1"" 1,1" "purge")"};
+    const auto showsFault = [&](const History& shorter) { return shorter == history; };
+    EXPECT_EQ(shrink(history, showsFault), history);
+}
+
+TEST(Shrink, QuotesInsideOfLinesStay) {
+    const History history{R"(together "insert ""R 1"" 1,1" "purge" "undo")"};
+    const auto showsFault = [](const History& shorter) {
+        return !shorter.empty() && shorter[0].starts_with(R"(together "insert ""R 1"" 1,1" ")");
+    };
+    EXPECT_THAT(shrink(history, showsFault), ElementsAre(R"(together "insert ""R 1"" 1,1" "purge")"));
+}
+
+TEST(Shrink, ALineWithoutItsLastQuoteStaysWhole) {
+    const History history{R"(together "insert" "undo)"};
+    EXPECT_EQ(shrink(history, [&](const History& shorter) { return shorter == history; }), history);
+}
+
 TEST(Shrink, GivesAHistoryThatShowsTheFaultWhenItMayAskNoMore) {
     const auto showsFault = [](const History& history) { return hasBehind(history, "purge", "undo"); };
     std::size_t asked = 0;

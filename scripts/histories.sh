@@ -1,15 +1,10 @@
 # Random histories in any number. Sourced by ./ktdx.
 
 # run_histories [STEPS]: that many steps in all, new ones every time, shared among the cores. What each core said stays
-# in build/histories/, and so does the script of a history that ended in a crash.
+# in build/histories/, and so does the script of a history that ended in a crash; it is cut down behind the others' runs.
 run_histories() {
   local steps=${1:-1000000} cores out=$PWD/build/histories core pids= failed=
-  case "$steps" in
-  '' | *[!0-9]*)
-    echo "ktdx: '$steps' is no number of steps" >&2
-    return 2
-    ;;
-  esac
+  require_number "$steps" steps
   require "$needs_to_build$needs_to_test"
   build release history_tests
   cores=$(nproc)
@@ -33,9 +28,15 @@ report_histories() {
   sed -n '/^seed [0-9]*, line/,/^\[  FAILED/p' "$out"/*.log
   for script in "$out"/*.script; do
     if [ -e "$script" ]; then
-      echo "a crash; play it again with KTDX_SCRIPT=$script build/release/bin/history_tests"
+      cut_down "$script"
     fi
   done
   awk '/ steps in [0-9]+ histories/ { steps += $1; histories += $4; failures += $6 }
     END { printf "ktdx: %d steps in %d histories, %d failures\n", steps, histories, failures }' "$out"/*.log
+}
+
+# cut_down SCRIPT: plays it in processes of its own, with fewer and fewer lines, as long as they crash.
+cut_down() {
+  echo "a crash; its whole script is $1"
+  KTDX_SCRIPT=$1 build/release/bin/history_tests --gtest_brief=1 --gtest_filter='HistoryScript.*' 2>&1 || true
 }

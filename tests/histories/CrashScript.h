@@ -19,6 +19,9 @@ public:
     /// About to be played.
     void add(const std::string& line) { stream_ << line << std::endl; }
 
+    /// The same for all that this process plays.
+    const std::filesystem::path& file() const { return file_; }
+
     /// It ended, well or not.
     void discard();
 

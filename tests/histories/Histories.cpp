@@ -2,6 +2,7 @@
 
 #include "tests/histories/CrashScript.h"
 #include "tests/histories/Generator.h"
+#include "tests/histories/OwnProcess.h"
 #include "tests/histories/Stage.h"
 
 #include <sstream>
@@ -21,6 +22,20 @@ std::string asComments(const std::string& text) {
         comments.append("# ").append(line).append("\n");
     }
     return comments;
+}
+
+std::string asScript(const History& history) {
+    std::string text =
+        "\nThis script shows it, beside the modules (Puppets.kmx is built in test_modules/):\n";
+    for (const std::string& line : history) {
+        text += line + "\n";
+    }
+    return text;
+}
+
+bool endsInACrash(const History& history, const Player& player, Words words) {
+    const CrashScript left; // the other process writes its own in the same file, which goes with this
+    return isFatal([&] { player(history); }, words);
 }
 
 /// Plays lines one by one, and notes them.
@@ -85,14 +100,19 @@ History shrinkFault(const Outcome& outcome) {
 
 std::string describeFault(const Outcome& outcome, std::uint32_t seed) {
     const History shortest = shrinkFault(outcome);
-    std::string text =
-        "seed " + std::to_string(seed) + ", line " + std::to_string(outcome.history.size()) + ": " +
-        outcome.failure +
-        "\nThis script shows it, beside the modules (Puppets.kmx is built in test_modules/):\n";
-    for (const std::string& line : shortest) {
-        text += line + "\n";
-    }
-    return text + asComments(play(shortest).failure);
+    return "seed " + std::to_string(seed) + ", line " + std::to_string(outcome.history.size()) + ": " +
+           outcome.failure + asScript(shortest) + asComments(play(shortest).failure);
+}
+
+bool crashes(const History& history, const Player& player) {
+    return endsInACrash(history, player, Words::dropped);
+}
+
+std::string describeCrash(const History& history, const Player& player) {
+    const History shortest =
+        shrink(history, [&player](const History& shorter) { return crashes(shorter, player); });
+    endsInACrash(shortest, player, Words::heard);
+    return "it ends in a crash" + asScript(shortest);
 }
 
 } // namespace histories

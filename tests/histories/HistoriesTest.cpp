@@ -70,6 +70,7 @@ TEST(HistoryScript, ShowsNoFault) {
     for (std::string line; std::getline(stream, line);) {
         history.push_back(line);
     }
+    ASSERT_FALSE(crashes(history)) << describeCrash(history);
     const Outcome outcome = play(history);
     ASSERT_EQ(outcome.failure, "") << describeFault(outcome, 0);
 }

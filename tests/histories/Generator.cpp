@@ -60,7 +60,6 @@ std::string Generator::repair() {
         return modules();
     }
     if (session_.held().count() != 0) {
-        listIsDoubtful_ = true;
         return "release";
     }
     if (listIsDoubtful_) {
@@ -337,7 +336,7 @@ std::string Generator::puppetUpdate() {
 }
 
 std::string Generator::puppetEdit() {
-    return drawn_.oneIn(3) ? "draw" : "strike " + drawn_.block();
+    return drawn_.oneIn(4) ? "throw" : drawn_.oneIn(3) ? "draw" : "strike " + drawn_.block();
 }
 
 std::string Generator::list() {

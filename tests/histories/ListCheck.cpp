@@ -29,14 +29,13 @@ bool isCalledAtEveryCheck(KtApDocument& document) {
 
 void ListCheck::beforeLine() {
     editsBefore_ = puppets::editsFromCallbacks();
-    if (session_.held().count() != 0) {
-        doubtAll();
-    }
+    outburstsBefore_ = puppets::outburstsFromCallbacks();
 }
 
 void ListCheck::afterLine(const std::string& line, bool done) {
-    editedMeanwhile_ = puppets::editsFromCallbacks() != editsBefore_;
-    if (session_.held().count() != 0 || !modules_.isNotifyLoaded()) {
+    disturbed_ = puppets::editsFromCallbacks() != editsBefore_ ||
+                 puppets::outburstsFromCallbacks() != outburstsBefore_;
+    if (!modules_.isNotifyLoaded()) {
         doubtAll();
     } else if (done && startsList(line)) {
         doubtful_.erase(session_.document().name());
@@ -59,8 +58,8 @@ std::string ListCheck::failure(kthost::Document& document) {
 }
 
 bool ListCheck::isDue(kthost::Document& document) const {
-    return modules_.watches() != nullptr && document.database() != nullptr && !editedMeanwhile_ &&
-           !doubtful_.contains(document.name()) && isCalledAtEveryCheck(document);
+    return modules_.watches() != nullptr && document.database() != nullptr && session_.held().count() == 0 &&
+           !disturbed_ && !doubtful_.contains(document.name()) && isCalledAtEveryCheck(document);
 }
 
 void ListCheck::doubtAll() {

@@ -11,7 +11,7 @@ namespace histories {
 
 /// Whether the list that the parts list client keeps of a document is what a fresh extraction gives. Asked
 /// where the client has had its chance: not while it cannot read the drawing, nor for what other clients do
-/// from inside the very idle check.
+/// from inside the very idle check, nor when one of these has broken it off with an exception.
 class ListCheck {
 public:
     ListCheck(kthost::Session& session, const InProcessModules& modules)
@@ -34,9 +34,10 @@ private:
 
     kthost::Session& session_;
     const InProcessModules& modules_;
-    std::set<std::wstring> doubtful_; // documents whose list was taken from what could not all be read
+    std::set<std::wstring> doubtful_; // documents whose list nobody is called for any more
     std::size_t editsBefore_ = 0;
-    bool editedMeanwhile_ = false;
+    std::size_t outburstsBefore_ = 0;
+    bool disturbed_ = false; // by what clients did from inside their calls
     std::size_t count_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include "notify/KtDxTimer.h"
 #include "tests/model/Observer.h"
 #include "tests/scenario_modules/puppets/PuppetFunctions.h"
+#include "tests/scenario_modules/puppets/Puppets.h"
 
 namespace histories {
 
@@ -83,8 +84,10 @@ bool Stage::perform(const std::string& line) {
         return true;
     } catch (const kthost::CommandError& error) {
         refusal_ = error.what();
-        return false;
+    } catch (const puppets::Outburst& outburst) {
+        refusal_ = outburst.what();
     }
+    return false;
 }
 
 Tally Stage::tally() const {

@@ -49,6 +49,11 @@ std::size_t& edits() {
     return count;
 }
 
+std::size_t& outbursts() {
+    static std::size_t count = 0;
+    return count;
+}
+
 /// What keeps an order from being carried out.
 class Refusal : public std::runtime_error {
 public:
@@ -164,6 +169,11 @@ void strike(KtApDocument* document, const Line& line) {
     demand(status == Orbx::eOk, "the reference cannot be erased");
 }
 
+[[noreturn]] void throwOutburst() {
+    outbursts() += callDepth() == 0 ? 0U : 1U;
+    throw Outburst();
+}
+
 void update(KtApDocument* document, const Line& line) {
     std::size_t next = 1;
     const bool force = next < line.size() && line[next] == L"force";
@@ -204,6 +214,8 @@ void obey(const Order& order) {
         draw(document);
     } else if (line[0] == L"strike") {
         strike(document, line);
+    } else if (line[0] == L"throw") {
+        throwOutburst();
     } else {
         direct(numberIn(line[0], kCount), document, line);
     }
@@ -304,6 +316,10 @@ void dismissPuppets() {
 
 std::size_t editsFromCallbacks() {
     return edits();
+}
+
+std::size_t outburstsFromCallbacks() {
+    return outbursts();
 }
 
 } // namespace puppets

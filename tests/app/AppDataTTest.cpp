@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -16,6 +17,7 @@
 namespace {
 
 using kthost::HostCall;
+using testing::_;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -31,11 +33,20 @@ public:
     ~Record() override {
         std::erase(alive(), this);
         destroyed().push_back(document());
+        if (atDestruction()) {
+            atDestruction()();
+        }
     }
 
     static std::vector<const Record*>& alive() {
         static std::vector<const Record*> records;
         return records;
+    }
+
+    /// What a record does when it is being destroyed.
+    static std::function<void()>& atDestruction() {
+        static std::function<void()> action;
+        return action;
     }
 
     /// Documents of the records that have been destroyed, in that order.
@@ -312,6 +323,17 @@ TEST_F(ThreeDocuments, EmptyTheCacheWhenTheLastIsRemoved) {
     registry_->removeData(third_);
     EXPECT_EQ(registry_->cachedRecord(), nullptr);
     EXPECT_EQ(registry_->getData(third_, false), nullptr);
+}
+
+TEST_F(ThreeDocuments, HaveNoRecordAnyMoreWhileThoseOfOthersAreDestroyed) {
+    for (KtApDocument* document : {first_, second_, third_}) {
+        registry_->getData(document, true);
+    }
+    std::vector<const Record*> found;
+    Record::atDestruction() = [&] { found.push_back(registry_->getData(first_, false)); };
+    std::ignore = registry_->removeAllData();
+    Record::atDestruction() = {};
+    EXPECT_THAT(found, ElementsAre(_, nullptr, nullptr)); // the first asks for itself
 }
 
 TEST_F(DocumentRegistry, AttachesToTheDocumentManagerOnce) {

@@ -17,6 +17,9 @@ using kthost::HostCall;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+/// Before any test can have had an idle check.
+const UINT kMessageAtTheStart = gIdleCheckMessage;
+
 class Application : public ApplicationTest {
 protected:
     void notify(KtApDocument* document, const wchar_t* command) {
@@ -32,6 +35,10 @@ TEST_F(Application, IsEnabledAttachedAndWithAutoCreateFromTheStart) {
     EXPECT_TRUE(application_->isReactorAttached());
     EXPECT_TRUE(application_->isAutoCreate());
     EXPECT_TRUE(hears(application_.get()));
+}
+
+TEST_F(Application, HasNoMessageBeforeTheFirstIdleCheck) {
+    EXPECT_EQ(kMessageAtTheStart, 0U);
 }
 
 TEST_F(Application, EntersItselfAsTheApplication) {

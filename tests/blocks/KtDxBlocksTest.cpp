@@ -129,7 +129,7 @@ TEST_F(BlockTableMonitor, IsNotMadeForADrawingWithoutModelSpace) {
 }
 
 TEST_F(BlockTableMonitor, IsNotMadeWithoutADocument) {
-    KtDxBlocks* made = nullptr;
+    KtDxBlocks* made = record().blocks();
     EXPECT_EQ(KtDxBlocks::create(nullptr, made), Orbx::eMissing);
     EXPECT_EQ(made, nullptr);
 }

@@ -102,6 +102,15 @@ TEST_F(LeftBehind, AnAttributeThatWillNotOpenIsLetGoOfInTheEnd) {
     EXPECT_EQ(reactorCount(), 0U);
 }
 
+TEST_F(LeftBehind, AnAttributeThatRefusesWhileTheMonitorGoesIsAskedOnceMore) {
+    edit_.insertWithAttributes(valve_, 1);
+    enabledMonitor(valve_);
+    faults().fail(HostCall::openObject, 1, Orbx::eTooManyReaders);    // its reference
+    faults().fail(HostCall::removeReactor, 2, Orbx::eTooManyReaders); // behind the record
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
 TEST_F(LeftBehind, OneThatIsReleasedMeanwhileIsNotMissed) {
     const KtDbObjectId reference = edit_.insert(valve_);
     KtDxBlock& block = enabledMonitor(valve_);
@@ -124,6 +133,39 @@ TEST_F(LeftBehind, AllRecordsAreBehindOneThatWillNotOpen) {
     EXPECT_EQ(heardBy(&block).size(), 4U);
     owner_->reset();
     EXPECT_EQ(reactorCount(), 0U);
+}
+
+TEST_F(LeftBehind, NothingIsBesidesTheRecords) {
+    KtDxBlock& block = enabledMonitor(valve_);
+    faults().fail(HostCall::openObject, 1, Orbx::eTooManyReaders);
+    EXPECT_EQ(block.setEnabled(false), Orbx::eTooManyReaders);
+    faults().reset();
+    owner_->reset();
+    EXPECT_EQ(faults().calls(HostCall::openObject), 1U);
+}
+
+TEST_F(LeftBehind, AReferenceThatWillNotOpenIsLetGoOfInTheEnd) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = enabledMonitor(valve_);
+    faults().fail(HostCall::openObject, 1, Orbx::eTooManyReaders);
+    EXPECT_EQ(block.setEnabled(false), Orbx::eOk);
+    EXPECT_EQ(heardBy(&block), Ids{reference});
+    faults().reset();
+    owner_->reset();
+    EXPECT_EQ(reactorCount(), 0U);
+}
+
+TEST_F(LeftBehind, IsNoReferenceThatWasNeverHeard) {
+    KtDxBlock& block = enabledMonitor(valve_);
+    const KtDbObjectId reference = edit_.insert(valve_);
+    {
+        const OpenedObject<KtDbBlockReference> held(reference, KtDb::kForWrite);
+        must(block.refresh());
+    }
+    must(block.setEnabled(false));
+    faults().reset();
+    owner_->reset();
+    EXPECT_EQ(faults().calls(HostCall::openObject), 0U);
 }
 
 TEST_F(LeftBehind, WithoutMemoryOneKeepsItsReactor) {

@@ -215,6 +215,12 @@ TEST_F(UnusualMonitor, StopsMarkingAtAnEntryThatIsEmptyByThen) {
     EXPECT_FALSE(monitorIn(blocks, pump_)->isChanged());
 }
 
+TEST_F(UnusualMonitor, NeedingARescanKeepsTheBlocksNeedOfAnUpdate) {
+    monitorOf(valve_)->setNeedsUpdate(true);
+    blocks().setRescanNeeded(true);
+    EXPECT_TRUE(monitorOf(valve_)->needsUpdate());
+}
+
 TEST_F(UnusualMonitor, DetachingNoCallbackKeepsTheOthers) {
     ASSERT_TRUE(attach(0, {valve_}));
     blocks().detachBlockReferenceMonitor(nullptr);
@@ -265,6 +271,16 @@ TEST_F(UnusualMonitor, IsDestroyedDisabledWithoutTouchingAnything) {
     made.reset();
     EXPECT_EQ(faults().calls(HostCall::openObject), 0U);
     EXPECT_EQ(faults().calls(HostCall::addReactor), 0U);
+}
+
+TEST_F(UnusualMonitor, IsDestroyedAfterDisablingWithoutTouchingAnything) {
+    auto made = std::make_unique<KtDxBlocks>();
+    must(made->attachDocument(&record()));
+    must(made->setEnabled(true));
+    must(made->setEnabled(false));
+    faults().reset();
+    made.reset();
+    EXPECT_EQ(faults().calls(HostCall::openObject), 0U);
 }
 
 TEST_F(UnusualMonitor, AsksAReferenceThatSomebodyIsWritingWhatItRepresents) {

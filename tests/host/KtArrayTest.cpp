@@ -112,6 +112,13 @@ TEST(KtArray, IsMoved) {
     EXPECT_EQ(third.length(), 2U);
 }
 
+TEST(KtArray, GrowsAsTheOneDidThatIsMovedIntoIt) {
+    Array array(0, 3);
+    Array other;
+    other = std::move(array);
+    EXPECT_EQ(other.growLength(), 3U);
+}
+
 TEST(KtArray, KnowsWhatItContains) {
     const Array array{1, 3};
     EXPECT_TRUE(array.contains(3));

@@ -168,6 +168,14 @@ TEST(ReadLegacyBlkTemplate, EmptiesTheOtherListWhenOneIsMissing) {
     EXPECT_TRUE(lists.empty());
 }
 
+TEST(ReadLegacyBlkTemplate, ListsNothingWhenOneListIsMissing) {
+    const TempFile file(doorAndWindow().bytes());
+    Lists lists;
+    ktdxReadLegacyBlkTemplate(file.wide().c_str(), nullptr, &lists.attributeTags);
+    ktdxReadLegacyBlkTemplate(file.wide().c_str(), &lists.blockNames, nullptr);
+    EXPECT_TRUE(lists.empty());
+}
+
 TEST(ReadLegacyBlkTemplate, FreesAllThatItTookWhenItSucceeds) {
     const TempFile file(doorAndWindow().bytes());
     const std::wstring path = file.wide();

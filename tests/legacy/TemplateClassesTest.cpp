@@ -55,6 +55,7 @@ TEST(CEattMain, StartsWithVersionOneAndNothingElse) {
 TEST(CEattMain, IsNotCreatedByName) {
     EXPECT_EQ(CEattMain().GetRuntimeClass(), &CObject::kClass);
     EXPECT_EQ(CObject::kClass.m_pfnCreateObject, nullptr);
+    EXPECT_EQ(CObject::kClass.m_nSchema, 0xFFFF);
 }
 
 TEST(CEattMain, SerializesItsVersionOnly) {

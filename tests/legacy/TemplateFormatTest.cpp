@@ -181,6 +181,11 @@ TEST(TemplateFormat, TellsThatTheFileEndsOutsideTheAttributes) {
     EXPECT_STREQ(loaded.reader.place.field, "block name");
 }
 
+TEST(TemplateFormat, TellsThatTheFileEndsBehindABlocksName) {
+    const LoadedTemplate loaded(TemplateBytes().header(1).newClass().text(u"B1"));
+    EXPECT_STREQ(loaded.reader.place.field, "block flag");
+}
+
 TEST(TemplateFormat, TellsThatTheFileEndsBeforeTheFirstBlock) {
     const LoadedTemplate loaded(TemplateBytes().u32(1).u8(0));
     EXPECT_EQ(loaded.reader.place.block, TemplatePlace::kNone);

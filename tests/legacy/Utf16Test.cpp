@@ -70,6 +70,10 @@ TEST(Utf16, WritesAPairForTheFirstCharacterOutsideTheBasicPlane) {
     EXPECT_EQ(utf16FromWide(L"\U00010000"), u"\U00010000");
 }
 
+TEST(Utf16, WritesAPairForTheLastCharacter) {
+    EXPECT_EQ(utf16FromWide(L"\U0010FFFF"), u"\U0010FFFF");
+}
+
 TEST(Utf16, WritesALoneSurrogateAsItself) {
     EXPECT_EQ(utf16FromWide(lone(0xDC00) + lone(0xD800)), (std::u16string{0xDC00, 0xD800}));
 }

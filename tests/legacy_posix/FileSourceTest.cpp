@@ -2,12 +2,15 @@
 
 #include "legacy/TemplateFailure.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
 #include <filesystem>
 
 namespace {
+
+using testing::StartsWith;
+using testing::ThrowsMessage;
 
 TEST(FileSource, FailsWhereReadingDoes) {
     const std::filesystem::path unreadable = "/proc/self/mem"; // no process has memory at address 0
@@ -16,7 +19,17 @@ TEST(FileSource, FailsWhereReadingDoes) {
     }
     FileSource source(unreadable);
     std::array<unsigned char, 8> bytes{};
-    EXPECT_THROW(source.read(bytes), FileFailure);
+    EXPECT_THAT([&] { source.read(bytes); }, ThrowsMessage<FileFailure>(StartsWith("reading fails: ")));
+}
+
+TEST(FileSource, HasNoPathForANameThatIsNoText) {
+    EXPECT_THAT([] { templatePath(L"\xD800"); },
+                ThrowsMessage<FileFailure>(StartsWith("cannot be opened: ")));
+}
+
+TEST(FileSource, TakesNoFolder) {
+    EXPECT_THAT([] { const FileSource folder(testing::TempDir()); },
+                ThrowsMessage<FileFailure>("not a regular file"));
 }
 
 } // namespace

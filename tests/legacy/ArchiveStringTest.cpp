@@ -4,11 +4,13 @@
 #include "tests/legacy/MemorySource.h"
 #include "tests/legacy/TemplateBytes.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 
 namespace {
+
+using testing::ThrowsMessage;
 
 std::wstring stringIn(const TemplateBytes& bytes) {
     MemorySource source(bytes.bytes());
@@ -54,6 +56,14 @@ TEST(ArchiveString, OfEightBitCharactersHasALengthOfFourBytes) {
 
 TEST(ArchiveString, OfEightBitCharactersHasALengthOfEightBytes) {
     EXPECT_EQ(stringIn(TemplateBytes().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(2).raw("ab")), L"ab");
+}
+
+TEST(ArchiveString, OfEightBitCharactersEndsWhereItSaysHoweverLongItIs) {
+    const std::string text(10000, 'a');
+    MemorySource source(TemplateBytes().u8(0xFF).u16(text.size()).raw(text).raw(text).bytes());
+    ArchiveReader reader(source);
+    EXPECT_EQ(reader.readString(), std::wstring(text.begin(), text.end()));
+    EXPECT_EQ(reader.remaining(), text.size());
 }
 
 TEST(ArchiveString, OfUtf16HasALengthOfOneByte) {
@@ -192,6 +202,15 @@ TEST(ArchiveString, ReadsBackEveryUtf16CodeUnit) {
         const std::wstring text(1, static_cast<wchar_t>(unit));
         ASSERT_EQ(stringIn(TemplateBytes().raw(written(text))), text) << unit;
     }
+}
+
+TEST(ArchiveString, ThatIsCutOffSaysHowLongItShouldBe) {
+    const TemplateBytes bytes = TemplateBytes().u8(5).raw("abc");
+    MemorySource source(bytes.bytes());
+    ArchiveReader reader(source);
+    EXPECT_THAT(
+        [&] { reader.readString(); },
+        ThrowsMessage<ArchiveFailure>("end of file: a text of 5 characters is announced and 3 bytes remain"));
 }
 
 } // namespace

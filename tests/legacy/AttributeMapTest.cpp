@@ -68,6 +68,13 @@ TEST(AttributeMap, RefusesAnyOfManyTagsThatItHas) {
     EXPECT_EQ(map.size(), manyTags().size());
 }
 
+TEST(AttributeMap, TakesEachOfManyTagsThatItHasNot) {
+    AttributeMap map;
+    for (const std::wstring& tag : manyTags()) {
+        EXPECT_TRUE(map.add(tag, entry())) << tag.c_str();
+    }
+}
+
 TEST(AttributeMap, TellsCaseApart) {
     AttributeMap map = mapOf({L"t"});
     EXPECT_EQ(map.find(L"T"), nullptr);

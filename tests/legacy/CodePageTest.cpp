@@ -76,6 +76,11 @@ TEST_F(Utf8CodePage, GivesTheBytesOfAnOldLongFormTheirOwnValue) {
               L"\u00E9\u00FC\u00BC\u00BC\u00BC\u00BC\u00BCz");
 }
 
+TEST_F(Utf8CodePage, GivesTheBytesOfTheFirstBeyondUnicodeTheirOwnValue) {
+    EXPECT_EQ(wideFromCodePage("\xF4\x8F\xBF\xBF\xF4\x90\x80\x80z", utf8_),
+              L"\U0010FFFF\u00F4\u0090\u0080\u0080z");
+}
+
 TEST(CodePage, GivesBytesTheirOwnValueWhereTheLocaleKnowsOnlyAscii) {
     EXPECT_EQ(wideFromCodePage("\xC3\xA9", std::locale::classic()), L"\u00C3\u00A9");
 }

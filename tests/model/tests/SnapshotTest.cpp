@@ -37,8 +37,6 @@ MonitorSnapshot& monitorIn(Snapshot& snapshot) {
     return snapshot.documents[L"plan"].blocks->monitors[kBlock];
 }
 
-} // namespace
-
 TEST(Snapshot, HasNoDifferenceFromItself) {
     EXPECT_EQ(difference(oneOfEach(), oneOfEach()), "");
 }
@@ -95,3 +93,5 @@ TEST(Snapshot, SaysEveryFactInItsText) {
     EXPECT_THAT(textOf(oneOfEach()),
                 HasSubstr("plan: blocks: #65552(0): attributes of #65584(0): #65600(0)\n"));
 }
+
+} // namespace

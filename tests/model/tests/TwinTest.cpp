@@ -109,8 +109,6 @@ protected:
     std::unique_ptr<Twin> twin_ = std::make_unique<Twin>();
 };
 
-} // namespace
-
 TEST_F(TwinTest, AgreesBeforeAnythingIsAsked) {
     EXPECT_EQ(difference(), "");
     EXPECT_EQ(command([] {}), "");
@@ -309,3 +307,5 @@ TEST_F(TwinTest, AgreesThatABlockInARepresentationAloneIsNotReachedThroughItsDef
     EXPECT_EQ(command([&] { place(representation); }), "");
     EXPECT_EQ(calls, 2);
 }
+
+} // namespace

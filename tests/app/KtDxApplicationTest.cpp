@@ -15,7 +15,6 @@ namespace {
 
 using kthost::HostCall;
 using testing::IsEmpty;
-using testing::SizeIs;
 
 /// Before any test can have had an idle check.
 const UINT kMessageAtTheStart = gIdleCheckMessage;

@@ -1,0 +1,51 @@
+#include "bench/report/Report.h"
+
+#include <nlohmann/json.hpp>
+
+namespace bench {
+
+namespace {
+
+nlohmann::ordered_json jsonOf(const Figure& figure, Column column) {
+    const Measured& measured = figure.of(column);
+    return {{"median_ns", measured.median()},
+            {"spread", measured.spread()},
+            {"ns_per_element", figure.timePerElement(column)},
+            {"allocations_per_element", measured.allocations / figure.elements},
+            {"allocations", measured.allocations},
+            {"bytes_kept", measured.bytesKept},
+            {"samples_ns", measured.samples}};
+}
+
+nlohmann::ordered_json jsonOf(const std::optional<double>& ratio) {
+    return ratio ? nlohmann::ordered_json(*ratio) : nlohmann::ordered_json();
+}
+
+nlohmann::ordered_json jsonOf(const Figure& figure) {
+    nlohmann::ordered_json json{{"family", figure.family},
+                                {"workload", figure.workload},
+                                {"element", figure.element},
+                                {"size", figure.size},
+                                {"elements", figure.elements}};
+    for (const Column column : kColumns) {
+        if (figure.has(column)) {
+            json["columns"][nameOf(column)] = jsonOf(figure, column);
+        }
+    }
+    json["this_to_limit"] = jsonOf(figure.ratio(Column::module, Column::limit));
+    json["literal_to_this"] = jsonOf(figure.ratio(Column::literal, Column::module));
+    json["bookkeeping_literal_to_this"] = jsonOf(figure.bookkeepingRatio());
+    return json;
+}
+
+} // namespace
+
+std::string jsonOf(const Figures& figures) {
+    auto json = nlohmann::ordered_json::array();
+    for (const Figure& figure : figures) {
+        json.push_back(jsonOf(figure));
+    }
+    return json.dump(1) + '\n';
+}
+
+} // namespace bench

@@ -1,0 +1,31 @@
+#include "bench/workloads/Stage.h"
+
+#include "bench/drawings/Require.h"
+
+namespace bench {
+
+Stage::Stage() : document_(host_.documents().create(L"plan", std::make_unique<kthost::Database>(L"plan"))) {}
+
+Stage::~Stage() {
+    contender_.reset(); // hears the host until it goes
+}
+
+void Stage::run(const std::function<void()>& edit) {
+    const kthost::CommandOutcome outcome =
+        host_.documents().runCommand(document_, L"edit", [&edit](kthost::Document&) {
+            edit();
+            return kthost::CommandResult::done;
+        });
+    require(static_cast<bool>(outcome), outcome.reason.c_str());
+}
+
+void Stage::idle() {
+    host_.loop().pump();
+}
+
+void Stage::command(const std::function<void()>& edit) {
+    run(edit);
+    idle();
+}
+
+} // namespace bench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "bench/harness/Plan.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace bench {
+
+/// `quick` takes less than two minutes for everything.
+enum class Scale : std::uint8_t { full, quick };
+
+/// 5, or 3 when it has to be quick.
+inline std::size_t repetitionsOf(Scale scale) {
+    return scale == Scale::full ? 5 : 3;
+}
+
+/// Everything that is measured.
+void planAll(Plan& plan, Scale scale);
+
+// A file each:
+void planReferences(Plan& plan, Scale scale);
+
+} // namespace bench

@@ -2,12 +2,15 @@
 
 #include "bench/drawings/Require.h"
 
+#include <tuple>
+
 namespace bench {
 
 Stage::Stage() : document_(host_.documents().create(L"plan", std::make_unique<kthost::Database>(L"plan"))) {}
 
 Stage::~Stage() {
-    contender_.reset(); // hears the host until it goes
+    std::ignore = host_.documents().close(document_); // no command runs
+    contender_.reset();                               // some let go of the drawing's objects only as they go
 }
 
 void Stage::run(const std::function<void()>& edit) {

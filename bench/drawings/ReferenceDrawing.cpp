@@ -1,5 +1,6 @@
 #include "bench/drawings/ReferenceDrawing.h"
 
+#include "bench/drawings/Layouts.h"
 #include "bench/drawings/Require.h"
 #include "kthost/database/Attributes.h"
 #include "kthost/database/DatabaseQueries.h"
@@ -24,7 +25,7 @@ const std::vector<kthost::AttributeText>& attributeTexts() {
 ReferenceDrawing::ReferenceDrawing(kthost::Database& database, std::size_t references) : database_(database) {
     database_.setUndoRecording(false);
     defineAll();
-    addContainers();
+    containers_ = makeLayouts(database_, kContainers);
     references_.reserve(references + references / 50);
     for (std::size_t i = 0; i < references; ++i) {
         insertOne(containers_[i * kContainers / references]);
@@ -37,15 +38,6 @@ void ReferenceDrawing::defineAll() {
         KtDbObjectId id;
         require(kthost::addDefinition(database_, L"part" + std::to_wstring(i), id));
         definitions_.push_back(id);
-    }
-}
-
-void ReferenceDrawing::addContainers() {
-    containers_ = kthost::records(database_, true); // model space and paper space
-    while (containers_.size() < kContainers) {
-        KtDbObjectId id;
-        require(kthost::addLayout(database_, L"sheet" + std::to_wstring(containers_.size()), id));
-        containers_.push_back(id);
     }
 }
 

@@ -41,7 +41,6 @@ public:
 
 private:
     void defineAll();
-    void addContainers();
     void insertOne(KtDbObjectId container);
     std::size_t below(std::size_t bound);
 

@@ -4,6 +4,9 @@ namespace bench {
 
 void planAll(Plan& plan, Scale scale) {
     planReferences(plan, scale);
+    planGraphs(plan, scale);
+    planIdleChecks(plan, scale);
+    planTables(plan, scale);
 }
 
 } // namespace bench

@@ -20,5 +20,8 @@ void planAll(Plan& plan, Scale scale);
 
 // A file each:
 void planReferences(Plan& plan, Scale scale);
+void planGraphs(Plan& plan, Scale scale);
+void planIdleChecks(Plan& plan, Scale scale);
+void planTables(Plan& plan, Scale scale);
 
 } // namespace bench

@@ -10,7 +10,7 @@ namespace bench::literal {
 
 Application* Application::current = nullptr;
 
-Application::Application() {
+Application::Application(const wchar_t* messageName) : messageName_(messageName) {
     current = this;
     ktDocManagerPtr()->addReactor(this);
     ktedRegisterFilterWinMsg(&filter);
@@ -100,7 +100,7 @@ void Application::documentLockModeChanged(KtApDocument* document, KtAp::DocLockM
         return;
     }
     if (message_ == 0) {
-        message_ = RegisterWindowMessageW(L"WM_KTDX_IDLE_CHECK");
+        message_ = RegisterWindowMessageW(messageName_);
     }
     PostMessageW(thread->m_pMainWnd->m_hWnd, message_, reinterpret_cast<WPARAM>(document), 0);
 }

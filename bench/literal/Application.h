@@ -23,7 +23,8 @@ struct DocumentRecord {
 /// The documents' records, and what posts and handles idle checks. One at a time.
 class Application final : public KtApDocManagerReactor {
 public:
-    Application();
+    /// Two in one process need messages of different names, else one takes the other's.
+    explicit Application(const wchar_t* messageName = L"WM_KTDX_IDLE_CHECK");
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
     ~Application() override;
@@ -52,6 +53,7 @@ private:
     static Application* current;
 
     std::map<KtApDocument*, std::unique_ptr<DocumentRecord>> records_;
+    const wchar_t* messageName_;
     UINT message_ = 0;
 };
 

@@ -21,6 +21,10 @@ clang-tidy 14|clang-tidy-14|has clang-tidy-14
 clang-format 14|clang-format-14|has clang-format-14
 libFuzzer (clang run-time library)|libclang-rt-14-dev|has_fuzzer'
 
+needs_to_bench='
+Google Benchmark 1.7 or later|libbenchmark-dev|can_compile benchmark/benchmark.h
+Python 3.9 or later|python3|has python3'
+
 has() {
   command -v "$1" >/dev/null 2>&1
 }

@@ -31,7 +31,7 @@ void Collector::take(const Run& run) {
     Figure& figure = figureOf(planned);
     figure.elements = counter(run, "elements");
     Measured& measured = figure.of(planned.setting.column);
-    if (planned.repetition == 0) {
+    if (planned.setting.repetition == 0) {
         measured.allocations = counter(run, "allocations");
         measured.bytesKept = counter(run, "bytes");
         return;

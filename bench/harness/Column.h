@@ -23,6 +23,7 @@ const char* nameOf(Column column);
 struct Setting {
     Column column = Column::module;
     std::size_t size = 0;
+    std::size_t repetition = 0; ///< 0 counts allocations, the others are timed
 };
 
 } // namespace bench

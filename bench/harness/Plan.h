@@ -21,7 +21,6 @@ struct PlannedRun {
     std::string workload;
     std::string element;
     Setting setting;
-    std::size_t repetition = 0;
     std::size_t passes = 1;
     std::function<void(benchmark::State&)> run;
 };
@@ -61,7 +60,7 @@ public:
 
 private:
     template <class Scene>
-    void addScene(const Family<Scene>& family, const Setting& setting, std::size_t repetition);
+    void addScene(const Family<Scene>& family, const Setting& setting);
 
     std::vector<PlannedRun> runs_;
     CurrentScene scene_;
@@ -73,14 +72,14 @@ void Plan::add(const Family<Scene>& family) {
     for (const std::size_t size : family.sizes) {
         for (std::size_t repetition = 0; repetition <= family.repetitions; ++repetition) {
             for (const Column column : kColumns) {
-                addScene(family, {column, size}, repetition);
+                addScene(family, {column, size, repetition});
             }
         }
     }
 }
 
 template <class Scene>
-void Plan::addScene(const Family<Scene>& family, const Setting& setting, std::size_t repetition) {
+void Plan::addScene(const Family<Scene>& family, const Setting& setting) {
     const std::size_t number = ++scenes_;
     for (const Workload<Scene>& workload : family.workloads) {
         if (workload.isMeasured != nullptr && !workload.isMeasured(setting)) {
@@ -88,16 +87,15 @@ void Plan::addScene(const Family<Scene>& family, const Setting& setting, std::si
         }
         PlannedRun run;
         run.name = family.name + '/' + workload.name + '/' + std::to_string(setting.size) + '/' +
-                   nameOf(setting.column) + '/' + std::to_string(repetition);
+                   nameOf(setting.column) + '/' + std::to_string(setting.repetition);
         run.family = family.name;
         run.workload = workload.name;
         run.element = workload.element;
         run.setting = setting;
-        run.repetition = repetition;
         run.passes = workload.passes(setting.size);
-        run.run = [this, number, setting, repetition, workload](benchmark::State& state) {
+        run.run = [this, number, setting, workload](benchmark::State& state) {
             Scene& scene = scene_.get<Scene>(number, setting);
-            Round round(state, repetition == 0);
+            Round round(state, setting.repetition == 0);
             workload.run(round, scene);
             round.writeCounters();
             state.counters["elements"] = workload.elements(scene);

@@ -1,4 +1,5 @@
 #include "bench/report/Report.h"
+#include "bench/report/Verdicts.h"
 
 #include <nlohmann/json.hpp>
 
@@ -41,9 +42,16 @@ nlohmann::ordered_json jsonOf(const Figure& figure) {
 } // namespace
 
 std::string jsonOf(const Figures& figures) {
-    auto json = nlohmann::ordered_json::array();
+    nlohmann::ordered_json json{{"figures", nlohmann::ordered_json::array()},
+                                {"verdicts", nlohmann::ordered_json::array()}};
     for (const Figure& figure : figures) {
-        json.push_back(jsonOf(figure));
+        json["figures"].push_back(jsonOf(figure));
+    }
+    for (const Verdict& verdict : judge(figures)) {
+        json["verdicts"].push_back({{"what", verdict.what},
+                                    {"wanted", verdict.wanted},
+                                    {"figure", verdict.figure},
+                                    {"met", verdict.isMet}});
     }
     return json.dump(1) + '\n';
 }

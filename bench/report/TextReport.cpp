@@ -1,4 +1,5 @@
 #include "bench/report/Report.h"
+#include "bench/report/Verdicts.h"
 
 #include <fmt/format.h>
 
@@ -60,6 +61,15 @@ std::string lineOf(const Figure& figure) {
                               ratioText(figure.bookkeepingRatio()), bytesText(figure));
 }
 
+std::string verdictsText(const Figures& figures) {
+    std::string text = "\nwhat had to come out\n";
+    for (const Verdict& verdict : judge(figures)) {
+        text += fmt::format("{:>8}  {}: {}, wanted {}\n", verdict.isMet ? "met" : "NOT MET", verdict.what,
+                            verdict.figure, verdict.wanted);
+    }
+    return text;
+}
+
 } // namespace
 
 std::string textOf(const Figures& figures) {
@@ -76,7 +86,7 @@ std::string textOf(const Figures& figures) {
             text += same.workload == figure->workload ? lineOf(same) : "";
         }
     }
-    return text;
+    return text + verdictsText(figures);
 }
 
 } // namespace bench

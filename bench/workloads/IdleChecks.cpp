@@ -3,6 +3,7 @@
 #include "bench/drawings/Callbacks.h"
 #include "bench/drawings/ReferenceDrawing.h"
 #include "bench/drawings/Require.h"
+#include "bench/report/Names.h"
 #include "bench/workloads/Stage.h"
 #include "bench/workloads/Workloads.h"
 
@@ -67,7 +68,7 @@ void planIdleChecks(Plan& plan, Scale scale) {
     family.sizes = {0, 1, 100, 10'000};
     family.repetitions = repetitionsOf(scale);
     family.workloads = {
-        {"idle check, nothing to do", "callback", &checkOften, &passesForCallbacks, &oneOrCallbacks, nullptr},
+        {kIdleCheck, "callback", &checkOften, &passesForCallbacks, &oneOrCallbacks, nullptr},
     };
     plan.add(family);
 }

@@ -2,6 +2,7 @@
 
 #include "bench/drawings/ReferenceDrawing.h"
 #include "bench/drawings/Require.h"
+#include "bench/report/Names.h"
 #include "bench/workloads/Stage.h"
 #include "bench/workloads/Workloads.h"
 
@@ -170,12 +171,12 @@ void planReferences(Plan& plan, Scale scale) {
                                          : std::vector<std::size_t>{1'000, 10'000, 100'000, 1'000'000};
     family.repetitions = repetitionsOf(scale);
     family.workloads = {
-        {"first attach", "reference", &attachFirst, &passesFor, &elementsOf, nullptr},
-        {"rescan, nothing changed", "reference", &rescan, &passesFor, &elementsOf, nullptr},
-        {"one attribute edited", "reference", &editOne, &passesFor, &elementsOf, nullptr},
-        {"1 in 100 edited", "reference", &editShare, &passesFor, &elementsOf, nullptr},
-        {"1 in 100 inserted", "reference", &insertShare, &passesFor, &elementsOf, nullptr},
-        {"1 in 100 erased for good", "reference", &eraseShare, &passesFor, &elementsOf, nullptr},
+        {kFirstAttach, "reference", &attachFirst, &passesFor, &elementsOf, nullptr},
+        {kRescan, "reference", &rescan, &passesFor, &elementsOf, nullptr},
+        {kOneEdited, "reference", &editOne, &passesFor, &elementsOf, nullptr},
+        {kSomeEdited, "reference", &editShare, &passesFor, &elementsOf, nullptr},
+        {kSomeInserted, "reference", &insertShare, &passesFor, &elementsOf, nullptr},
+        {kSomeErased, "reference", &eraseShare, &passesFor, &elementsOf, nullptr},
     };
     plan.add(family);
 }

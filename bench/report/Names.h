@@ -1,0 +1,18 @@
+#pragma once
+
+/// What workloads are called that verdicts look at.
+namespace bench {
+
+inline constexpr const char* kFirstAttach = "first attach";
+inline constexpr const char* kRescan = "rescan, nothing changed";
+inline constexpr const char* kOneEdited = "one attribute edited";
+inline constexpr const char* kSomeEdited = "1 in 100 edited";
+inline constexpr const char* kSomeInserted = "1 in 100 inserted";
+inline constexpr const char* kSomeErased = "1 in 100 erased for good";
+inline constexpr const char* kFewPropagated = "propagation, 30 changed";
+inline constexpr const char* kManyPropagated = "propagation, 1000 changed";
+inline constexpr const char* kInModelSpace = "instances in model space";
+inline constexpr const char* kInLayouts = "instances in all layouts";
+inline constexpr const char* kIdleCheck = "idle check, nothing to do";
+
+} // namespace bench

@@ -1,3 +1,4 @@
+#include "bench/drawings/RealDrawings.h"
 #include "bench/harness/Collector.h"
 #include "bench/harness/Plan.h"
 #include "bench/report/Report.h"
@@ -11,17 +12,21 @@
 #include <iostream>
 #include <string>
 
-/// ktdx_bench [--quick] [--filter REGEX] [--json FILE]: measures the module beside the plain way and beside
-/// what the host alone costs, and prints the figures.
+/// ktdx_bench [--quick] [--filter REGEX] [--json FILE] [--drawings FOLDER]: measures the module beside the
+/// plain way and beside what the host alone costs, and prints the figures.
 namespace {
 
 struct Wishes {
     bool quick = false;
     std::string filter;
     std::string json;
+    std::string drawings;
 };
 
 bench::Figures measure(const Wishes& wishes) {
+    if (!wishes.drawings.empty()) {
+        bench::findRealDrawings(wishes.drawings);
+    }
     bench::Plan plan;
     bench::planAll(plan, wishes.quick ? bench::Scale::quick : bench::Scale::full);
     plan.enter();
@@ -52,6 +57,7 @@ int main(int argc, char** argv) {
     app.add_flag("--quick", wishes.quick, "small drawings, few repetitions");
     app.add_option("--filter", wishes.filter, "only FAMILY/WORKLOAD/SIZE/COLUMN/REPETITION that match this");
     app.add_option("--json", wishes.json, "where to write the figures");
+    app.add_option("--drawings", wishes.drawings, "folder with real drawings to keep parts lists of");
     try {
         app.parse(argc, argv);
         return run(wishes);

@@ -15,4 +15,9 @@ inline constexpr const char* kInModelSpace = "instances in model space";
 inline constexpr const char* kInLayouts = "instances in all layouts";
 inline constexpr const char* kIdleCheck = "idle check, nothing to do";
 
+inline constexpr const char* kPartsElsewhere = "parts list, edits of other blocks";
+inline constexpr const char* kPartsWatched = "parts list, edits of its blocks";
+inline constexpr const char* kRealPartsElsewhere = "parts list of a real drawing, edits of other blocks";
+inline constexpr const char* kRealPartsWatched = "parts list of a real drawing, edits of its blocks";
+
 } // namespace bench

@@ -205,6 +205,20 @@ void judgeMemory(const Figures& figures, Verdicts& verdicts) {
                         own <= 3 * kIdsOfOne});
 }
 
+/// The literal column extracts everything after every command.
+void judgePartsLists(const Figures& figures, Verdicts& verdicts) {
+    const Value ratio = [](const Figure& figure) { return figure.ratio(Column::literal, Column::module); };
+    const auto least = [&](const char* madeUp, const char* real) {
+        const std::optional<Found> one = extreme(figures, madeUp, ratio, false);
+        const std::optional<Found> other = extreme(figures, real, ratio, false);
+        return !one || (other && other->value < one->value) ? other : one;
+    };
+    addAtLeast(verdicts, "parts list, extract-everything / this, edits of blocks that it does not watch",
+               least(kPartsElsewhere, kRealPartsElsewhere), 3);
+    addAtLeast(verdicts, "the same, edits of blocks that it watches", least(kPartsWatched, kRealPartsWatched),
+               0.9);
+}
+
 } // namespace
 
 std::vector<Verdict> judge(const Figures& figures) {
@@ -219,6 +233,7 @@ std::vector<Verdict> judge(const Figures& figures) {
     judgeIdleCheck(figures, verdicts);
     judgeSteadyState(figures, verdicts);
     judgeMemory(figures, verdicts);
+    judgePartsLists(figures, verdicts);
     return verdicts;
 }
 

@@ -3,10 +3,14 @@
 #include "bench/drawings/Require.h"
 
 #include <tuple>
+#include <utility>
 
 namespace bench {
 
-Stage::Stage() : document_(host_.documents().create(L"plan", std::make_unique<kthost::Database>(L"plan"))) {}
+Stage::Stage() : Stage(std::make_unique<kthost::Database>(L"plan")) {}
+
+Stage::Stage(std::unique_ptr<kthost::Database> drawing)
+    : document_(host_.documents().create(L"plan", std::move(drawing))) {}
 
 Stage::~Stage() {
     std::ignore = host_.documents().close(document_); // no command runs

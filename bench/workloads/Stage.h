@@ -12,7 +12,9 @@ namespace bench {
 /// when the contender comes.
 class Stage {
 public:
+    /// With an empty drawing.
     Stage();
+    explicit Stage(std::unique_ptr<kthost::Database> drawing);
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
     ~Stage();

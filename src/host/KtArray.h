@@ -5,14 +5,14 @@
 #include <cstdint>
 #include <initializer_list>
 #include <limits>
-#include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
 
 /// The host's array of plain values. A growth length is the least number of elements that an append adds room
 /// for; larger arrays grow by half of what they hold, so appending n elements costs time proportional to n.
-/// Throws std::bad_alloc when there is no memory and is then unchanged.
+/// Throws std::bad_alloc when there is no memory and is then unchanged. Drawings keep many small arrays, so
+/// the physical length lies in front of the elements and not in the array itself.
 template <typename T>
 class KtArray {
     static_assert(std::is_trivially_copyable_v<T>, "elements are moved by copying their bytes");
@@ -50,13 +50,15 @@ public:
         return *this;
     }
 
-    ~KtArray() = default;
+    ~KtArray() { release(elements_); }
 
     [[nodiscard]] std::size_t length() const noexcept { return length_; }
 
     [[nodiscard]] bool isEmpty() const noexcept { return length_ == 0; }
 
-    [[nodiscard]] std::size_t physicalLength() const noexcept { return physicalLength_; }
+    [[nodiscard]] std::size_t physicalLength() const noexcept {
+        return elements_ == nullptr ? 0 : headOf(elements_)->physicalLength;
+    }
 
     [[nodiscard]] std::uint32_t growLength() const noexcept { return growLength_; }
 
@@ -64,13 +66,13 @@ public:
 
     const T& operator[](std::size_t index) const noexcept { return elements_[index]; }
 
-    [[nodiscard]] T* begin() noexcept { return elements_.get(); }
+    [[nodiscard]] T* begin() noexcept { return elements_; }
 
-    [[nodiscard]] T* end() noexcept { return elements_.get() + length_; }
+    [[nodiscard]] T* end() noexcept { return elements_ + length_; }
 
-    [[nodiscard]] const T* begin() const noexcept { return elements_.get(); }
+    [[nodiscard]] const T* begin() const noexcept { return elements_; }
 
-    [[nodiscard]] const T* end() const noexcept { return elements_.get() + length_; }
+    [[nodiscard]] const T* end() const noexcept { return elements_ + length_; }
 
     void append(const T& value) {
         const T kept = value; // the value may lie in the storage that growing replaces
@@ -84,7 +86,7 @@ public:
             return;
         }
         growFor(count);
-        std::copy_n(other.elements_.get(), count, elements_.get() + length_);
+        std::copy_n(other.elements_, count, elements_ + length_);
         length_ += static_cast<std::uint32_t>(count);
     }
 
@@ -95,38 +97,59 @@ public:
     /// Forgets the elements and keeps the room.
     void setLogicalLengthZero() noexcept { length_ = 0; }
 
+    /// Forgets the elements behind the first `length`, if there are more, and keeps the room.
+    void setLogicalLength(std::size_t length) noexcept {
+        length_ = static_cast<std::uint32_t>(std::min<std::size_t>(length_, length));
+    }
+
     /// Gives exactly this much room; elements beyond it are dropped.
     void setPhysicalLength(std::size_t length) {
         if (length > std::numeric_limits<std::uint32_t>::max()) {
             throw std::bad_array_new_length();
         }
-        std::unique_ptr<T[]> moved;
+        T* moved = nullptr;
+        length_ = static_cast<std::uint32_t>(std::min<std::size_t>(length_, length));
         if (length != 0) {
-            moved.reset(new T[length]);
-            std::copy_n(elements_.get(), std::min<std::size_t>(length_, length), moved.get());
+            moved = allocate(static_cast<std::uint32_t>(length));
+            std::copy_n(elements_, length_, moved);
         }
-        elements_ = std::move(moved);
-        physicalLength_ = static_cast<std::uint32_t>(length);
-        length_ = std::min(length_, physicalLength_);
+        release(std::exchange(elements_, moved));
     }
 
     void swap(KtArray& other) noexcept {
         std::swap(elements_, other.elements_);
         std::swap(length_, other.length_);
-        std::swap(physicalLength_, other.physicalLength_);
         std::swap(growLength_, other.growLength_);
     }
 
 private:
     void growFor(std::size_t count) {
-        if (length_ + count > physicalLength_) {
+        if (length_ + count > physicalLength()) {
             setPhysicalLength(length_ +
                               std::max({count, std::size_t{growLength_}, std::size_t{length_ / 2}}));
         }
     }
 
-    std::unique_ptr<T[]> elements_;
-    std::uint32_t length_ = 0; // 32 bits each: drawings keep many small arrays
-    std::uint32_t physicalLength_ = 0;
+    struct Head {
+        alignas(std::uint64_t) std::uint32_t physicalLength;
+    };
+
+    static_assert(alignof(T) <= alignof(Head), "elements lie behind a head");
+
+    static Head* headOf(T* elements) noexcept { return reinterpret_cast<Head*>(elements) - 1; }
+
+    static T* allocate(std::uint32_t length) {
+        Head* const head = new (::operator new(sizeof(Head) + length * sizeof(T))) Head{length};
+        return reinterpret_cast<T*>(head + 1);
+    }
+
+    static void release(T* elements) noexcept {
+        if (elements != nullptr) {
+            ::operator delete(headOf(elements));
+        }
+    }
+
+    T* elements_ = nullptr;
+    std::uint32_t length_ = 0;
     std::uint32_t growLength_ = kDefaultGrowLength;
 };

@@ -163,8 +163,9 @@ TEST_F(AttachExport, DoesNotThrowForWantOfItsOwnMemory) {
     // Once with all the memory there is: the host makes its class records when they are first asked for.
     ASSERT_TRUE(ktdxBlockReferenceMonitorAttach(&document_, &ids, client_.at(0)));
     startAfresh();
-    // The ids of one reference's attributes, at first and when there are more than eight.
-    for (const std::size_t size : {8 * sizeof(KtDbObjectId), 16 * sizeof(KtDbObjectId)}) {
+    // The ids of one reference's attributes, at first and when there are more than eight. Their array keeps
+    // the length of its room in front of them.
+    for (const std::size_t size : {9 * sizeof(KtDbObjectId), 17 * sizeof(KtDbObjectId)}) {
         bool failed = true;
         std::size_t k = 0;
         while (failed) {

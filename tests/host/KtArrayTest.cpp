@@ -132,6 +132,19 @@ TEST(KtArray, KeepsItsRoomWhenItsElementsAreForgotten) {
     EXPECT_EQ(array.physicalLength(), 3U);
 }
 
+TEST(KtArray, ForgetsTheElementsBehindALengthAndKeepsItsRoom) {
+    Array array{1, 2, 3};
+    array.setLogicalLength(2);
+    EXPECT_EQ(elementsOf(array), (std::vector<std::uint32_t>{1, 2}));
+    EXPECT_EQ(array.physicalLength(), 3U);
+}
+
+TEST(KtArray, ForgetsNothingForALengthThatItDoesNotHave) {
+    Array array{1, 2};
+    array.setLogicalLength(5);
+    EXPECT_EQ(elementsOf(array), (std::vector<std::uint32_t>{1, 2}));
+}
+
 TEST(KtArray, DropsWhatItHasNoRoomForAnyMore) {
     Array array{1, 2, 3};
     array.setPhysicalLength(2);

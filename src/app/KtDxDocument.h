@@ -5,9 +5,9 @@
 
 #include "notify/ByAddress.h"
 #include "notify/KtDxEnableBase.h"
+#include "notify/OrderedSet.h"
 
 #include <cstdint>
-#include <set>
 
 class KtDxBlocks;
 class KtDxExternalClientTimerReactor;
@@ -38,7 +38,7 @@ public:
     /// Checks every enabled timer in ascending order of address; timers may come and go meanwhile.
     void checkTimers();
 
-    using Timers = std::set<KtDxTimer*, ByAddress>;
+    using Timers = OrderedSet<KtDxTimer*, ByAddress>;
 
     /// The document's enabled timers, kept by the timers themselves.
     Timers& enabledTimers() { return enabledTimers_; }

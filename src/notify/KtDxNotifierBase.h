@@ -2,17 +2,17 @@
 
 #include "notify/ByAddress.h"
 #include "notify/KtDxEnableBase.h"
+#include "notify/OrderedSet.h"
 
 #include <cstddef>
 #include <new>
-#include <set>
 
 /// A switch with a list of listeners: pointers, each held once, in ascending order of address, never owned.
 /// The list can be changed whether or not the switch is on.
 template <typename T>
 class KtDxNotifierBase : public KtDxEnableBase {
 public:
-    using Listeners = std::set<T, ByAddress>;
+    using Listeners = OrderedSet<T, ByAddress>;
 
     /// eMissing for a null listener, and when there is no memory. One that is there already changes nothing.
     virtual Orbx::ErrorStatus add(T listener);

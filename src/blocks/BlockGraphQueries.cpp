@@ -8,7 +8,6 @@
 #include "blocks/KtDxBlocks.h"
 
 #include <new>
-#include <optional>
 #include <vector>
 
 namespace {
@@ -20,6 +19,12 @@ bool isFirstVisit(KtDbObjectId block, KtDbObjectIdSet& visited) {
     } catch (const std::bad_alloc&) {
         return false;
     }
+}
+
+std::uint32_t countDirect(const KtDxBlock::References& references, KtDbObjectId container) {
+    const auto entry = references.find(container);
+    const bool isThere = entry != references.end() && entry->second != nullptr;
+    return isThere ? static_cast<std::uint32_t>(entry->second->length()) : 0;
 }
 
 void followNesting(const BlockNesting& nesting, KtDbObjectId container, bool recursive,
@@ -54,10 +59,9 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedBlocks(KtDbObjectId container, bool r
         if (!visited.insert(container).second) {
             return Orbx::eOk;
         }
-        std::optional<BlockNesting> ownPicture;
-        const BlockNesting& nesting = nesting_ != nullptr ? *nesting_ : ownPicture.emplace(blockMonitors_);
-        followNesting(nesting, container, recursive, nested, visited);
-        return nesting.isComplete() ? Orbx::eOk : Orbx::eMissing;
+        nesting_.update(blockMonitors_);
+        followNesting(nesting_, container, recursive, nested, visited);
+        return nesting_.isComplete() ? Orbx::eOk : Orbx::eMissing;
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
@@ -70,28 +74,20 @@ std::uint32_t KtDxBlocks::countReferences(KtDbObjectId block, KtDbObjectId conta
 
 std::uint32_t KtDxBlocks::countReferences(KtDbObjectId block, KtDbObjectId container, bool recursive,
                                           KtDbObjectIdSet& visited) {
-    if (!blockMonitors_.contains(block) || !blockMonitors_.contains(container)) {
+    const auto entry = blockMonitors_.find(block);
+    if (entry == blockMonitors_.end() || !blockMonitors_.contains(container)) {
         return 0;
     }
     if (recursive && !isFirstVisit(block, visited)) {
         return 0;
     }
-    const KtDxBlock::References* references = referencesOf(block);
+    KtDxBlock* monitor = entry->second;
+    const KtDxBlock::References* references = monitor == nullptr ? nullptr : monitor->references();
     if (references == nullptr) {
         return 0;
     }
-    if (recursive) {
-        return countInTwoLevels(*references, container, visited);
-    }
-    const auto entry = references->find(container);
-    const bool found = entry != references->end() && entry->second != nullptr;
-    return found ? static_cast<std::uint32_t>(entry->second->length()) : 0;
-}
-
-/// Of a key.
-KtDxBlock::References* KtDxBlocks::referencesOf(KtDbObjectId block) const {
-    KtDxBlock* monitor = blockMonitors_.at(block);
-    return monitor == nullptr ? nullptr : monitor->references();
+    return recursive ? countInTwoLevels(*references, container, visited)
+                     : countDirect(*references, container);
 }
 
 std::uint32_t KtDxBlocks::countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,

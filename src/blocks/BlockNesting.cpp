@@ -1,25 +1,68 @@
 #include "blocks/BlockNesting.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <utility>
 
-BlockNesting::BlockNesting(const KtDxBlocks::BlockMonitors& monitors) {
+void BlockNesting::update(const BlockMonitors& monitors) {
+    const std::uint64_t containersStamp = findSources(monitors);
+    if (monitorsStamp_ == monitors.changeStamp() && containersStamp_ == containersStamp) {
+        return;
+    }
+    monitorsStamp_ = ~std::uint64_t{0}; // until it is drawn
+    draw();
+    monitorsStamp_ = monitors.changeStamp();
+    containersStamp_ = containersStamp;
+}
+
+/// Asks every monitor once. What comes back is greater than before as soon as any of them got or lost a
+/// container.
+std::uint64_t BlockNesting::findSources(const BlockMonitors& monitors) {
+    std::uint64_t greatest = 0;
+    sources_.clear();
+    sources_.reserve(monitors.size());
     for (const auto& [key, monitor] : monitors) {
         if (monitor == nullptr) {
-            complete_ = false;
             break;
         }
         const KtDxBlock::References* references = monitor->references();
-        if (references == nullptr) {
+        greatest = std::max(greatest, references == nullptr ? 0 : references->changeStamp());
+        sources_.push_back({monitor, references});
+    }
+    isComplete_ = sources_.size() == monitors.size();
+    return greatest;
+}
+
+void BlockNesting::draw() {
+    std::vector<Placement> placements;
+    ids_.start(sources_.size());
+    enterPlacements(placements);
+    groupByContainer(placements);
+}
+
+void BlockNesting::enterPlacements(std::vector<Placement>& placements) {
+    std::vector<const KtDxBlock*> entered; // by number
+    for (const auto& [monitor, references] : sources_) {
+        const std::uint32_t block = ids_.enter(monitor->blockId());
+        entered.resize(std::max<std::size_t>(entered.size(), ids_.size()));
+        if (references == nullptr || std::exchange(entered[block], monitor) == monitor) {
             continue;
         }
         for (const auto& [container, ids] : *references) {
-            placements_.emplace_back(container, monitor->blockId());
+            placements.push_back({ids_.enter(container), block});
         }
     }
-    std::sort(placements_.begin(), placements_.end());
-    placements_.erase(std::unique(placements_.begin(), placements_.end()), placements_.end());
 }
 
-std::vector<BlockNesting::Placement>::const_iterator BlockNesting::firstIn(KtDbObjectId container) const {
-    return std::lower_bound(placements_.begin(), placements_.end(), Placement(container, KtDbObjectId()));
+void BlockNesting::groupByContainer(const std::vector<Placement>& placements) {
+    firstPlaced_.assign(ids_.size() + 1, 0);
+    for (const Placement& placement : placements) {
+        ++firstPlaced_[placement.container];
+    }
+    std::inclusive_scan(firstPlaced_.begin(), firstPlaced_.end(), firstPlaced_.begin());
+    placed_.resize(placements.size());
+    for (auto placement = placements.rbegin(); placement != placements.rend(); ++placement) {
+        placed_[--firstPlaced_[placement->container]] = placement->block;
+    }
 }

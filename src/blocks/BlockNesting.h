@@ -2,35 +2,61 @@
 
 #include <KtDbObjectId.h>
 
-#include "blocks/KtDxBlocks.h"
+#include "blocks/IdNumbers.h"
+#include "blocks/KtDxBlock.h"
+#include "notify/OrderedMap.h"
 
-#include <utility>
+#include <cstdint>
 #include <vector>
 
 /// Which blocks are placed straight inside which container: the monitors' references turned round, so that
-/// following the nesting costs what it reaches and not a walk over all monitors at every step. A picture of
-/// one moment; it covers the monitors up to the first empty entry.
+/// following the nesting costs what it reaches and not a walk over all monitors at every step. It covers the
+/// monitors up to the first empty entry.
 class BlockNesting {
 public:
-    explicit BlockNesting(const KtDxBlocks::BlockMonitors& monitors);
+    using BlockMonitors = OrderedMap<KtDbObjectId, KtDxBlock*>;
+
+    /// Draws the picture anew if the monitors or their containers are others than when it was drawn. Throws
+    /// std::bad_alloc.
+    void update(const BlockMonitors& monitors);
 
     /// False when an empty entry ended the walk.
-    bool isComplete() const { return complete_; }
+    bool isComplete() const { return isComplete_; }
 
     /// Calls `visit` with the id of each block placed in the container; a block whose monitor several keys
     /// reach comes once.
     template <typename Visit>
     void forEachBlockIn(KtDbObjectId container, Visit visit) const {
-        for (auto placement = firstIn(container);
-             placement != placements_.end() && placement->first == container; ++placement) {
-            visit(placement->second);
+        const std::uint32_t number = ids_.find(container);
+        if (number == IdNumbers::kNone) {
+            return;
+        }
+        for (std::uint32_t i = firstPlaced_[number]; i < firstPlaced_[number + 1]; ++i) {
+            visit(ids_.idOf(placed_[i]));
         }
     }
 
 private:
-    using Placement = std::pair<KtDbObjectId, KtDbObjectId>; // container, block
-    std::vector<Placement>::const_iterator firstIn(KtDbObjectId container) const;
+    struct Placement {
+        std::uint32_t container;
+        std::uint32_t block;
+    };
 
-    std::vector<Placement> placements_; // ascending
-    bool complete_ = true;
+    struct Source {
+        KtDxBlock* monitor;
+        const KtDxBlock::References* references; // null when it has none to show
+    };
+
+    std::uint64_t findSources(const BlockMonitors& monitors);
+    void draw();
+    void enterPlacements(std::vector<Placement>& placements);
+    void groupByContainer(const std::vector<Placement>& placements);
+
+    std::vector<Source> sources_;            // of the monitors up to the first empty entry, one for each key
+    IdNumbers ids_;                          // of containers and blocks
+    std::vector<std::uint32_t> firstPlaced_; // by container's number, in `placed_`; one more at the end
+    std::vector<std::uint32_t> placed_;      // numbers of blocks
+    std::uint64_t monitorsStamp_ = ~std::uint64_t{0};
+    std::uint64_t containersStamp_ = 0; // the greatest of all monitors'
+    bool isComplete_ = true;
 };

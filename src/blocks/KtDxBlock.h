@@ -1,15 +1,15 @@
 #pragma once
 
-#include <KtArray.h>
 #include <KtDbObjectId.h>
 #include <KtDbObjectReactor.h>
 #include <KtRxCallback.h>
 
+#include "blocks/RecordedReferences.h"
 #include "notify/ByAddress.h"
 #include "notify/KtDxEnableBase.h"
+#include "notify/OrderedMap.h"
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <set>
 #include <utility>
@@ -19,7 +19,6 @@ class KtDbBlockTableRecord;
 class KtDbObjectIterator;
 class KtDxBlocks;
 
-using KtDbObjectIdArray = KtArray<KtDbObjectId>;
 using KtDxCallbackSet = std::set<KtRxCallback, ByAddress>;
 
 /// Watches one block definition, together with the anonymous records that represent it if it is dynamic:
@@ -32,8 +31,9 @@ using KtDxCallbackSet = std::set<KtRxCallback, ByAddress>;
 /// thread only.
 class KtDxBlock : public KtDbObjectReactor, public KtDxEnableBase {
 public:
-    /// References by the record that holds them, each list in ascending order of id.
-    using References = std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>>;
+    using References = RecordedReferences;
+    /// Attributes of a reference by its id, in the order in which they were attached to.
+    using Attributes = OrderedMap<KtDbObjectId, KtDbObjectIdArray>;
 
     /// A new monitor, initialised; on failure null, with no trace of it left in the
     /// owner.
@@ -86,10 +86,8 @@ public:
     /// The definition first, then its representations in the order in which they were found.
     const KtDbObjectIdArray& recordIds() const { return recordIds_; }
 
-    /// Attributes by reference, recorded while enabled.
-    const std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>>& attributesByReference() const {
-        return attributesByReference_;
-    }
+    /// Recorded while enabled, of references that have any.
+    const Attributes& attributesByReference() const { return attributesByReference_; }
 
 private:
     using IdVector = std::vector<KtDbObjectId>;
@@ -98,18 +96,21 @@ private:
     Orbx::ErrorStatus tryRescan(Rescan& pass);
     Orbx::ErrorStatus rescan(Rescan& pass);
     void findRepresentations();
-    Orbx::ErrorStatus collectCandidates(IdVector& candidates) const;
-    Orbx::ErrorStatus takeRecorded(IdVector& previous);
-    Orbx::ErrorStatus fileReference(KtDbObjectId reference, Rescan& pass);
-    Orbx::ErrorStatus record(KtDbObjectId reference, KtDbObjectId container, Rescan& pass);
+    Orbx::ErrorStatus listReferences(KtDbObjectIdArray& listed) const;
+    Orbx::ErrorStatus meetReference(KtDbObjectId reference, Rescan& pass);
+    Orbx::ErrorStatus fileReference(KtDbObjectId reference, KtDbObjectId container, Rescan& pass);
+    void missContainer(KtDbObjectId reference, Orbx::ErrorStatus why, Rescan& pass);
+    Orbx::ErrorStatus record(KtDbObjectId reference, KtDbObjectId container);
     KtDbObjectId containerOf(KtDbObjectId owner) const;
     KtDbObjectIdArray* containerArray(KtDbObjectId container);
-    void dropMissing(const Rescan& pass);
-    void dropUnusedContainers(Rescan& pass);
+    void dropMissing(Rescan& pass);
+    void dropUnusedContainers();
 
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
     Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
     void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference, KtDbObjectIdArray*& recorded);
+    void makeRoomForAttributes();
+    void attachAllReferences();
     void detachAttributesOf(KtDbObjectId reference);
     void detachAttributes(const KtDbObjectIdArray& attributes);
     void detachAllAttributes();
@@ -128,7 +129,7 @@ private:
     bool changed_ = false;
     bool needsUpdateFlag_ = true;
     KtDxCallbackSet callbackSet_;
-    std::map<KtDbObjectId, std::unique_ptr<KtDbObjectIdArray>> attributesByReference_;
+    Attributes attributesByReference_;
     KtDbObjectIdArray recordIds_;
     IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
     bool claimed_ = false;

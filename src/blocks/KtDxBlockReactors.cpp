@@ -6,19 +6,21 @@
 
 #include "blocks/KtDxBlock.h"
 #include "blocks/OpenedObject.h"
+#include "blocks/RunMerger.h"
 #include "blocks/SortUnique.h"
 
 #include <memory>
 #include <new>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
     if (enable == isEnabled()) {
         return Orbx::eOk;
     }
     try {
-        attachReferences(enable);
+        enable ? attachAllReferences() : attachReferences(false);
     } catch (...) { // the host's; it passes through, and a monitor that is not enabled must not be heard
         attachReferences(false);
         throw;
@@ -31,6 +33,45 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
         return Orbx::eInvalidBlockId;
     }
     return attachRecords(enable);
+}
+
+namespace {
+
+/// Of the containers up to the first without an array.
+std::vector<KtDbObjectId> recordedIn(const KtDxBlock::References& containers) {
+    std::vector<KtDbObjectId> ids;
+    for (const auto& [container, references] : containers) {
+        if (references == nullptr) {
+            break;
+        }
+        ids.insert(ids.end(), references->begin(), references->end());
+    }
+    return ids;
+}
+
+} // namespace
+
+/// References come container by container, and so in no order of their ids. Entries that are made beforehand,
+/// in ascending order, lie without gaps. Should there be no memory for that, they are made one by one.
+void KtDxBlock::makeRoomForAttributes() {
+    if (referencesByContainer_.size() < 2) {
+        return;
+    }
+    try {
+        RunMerger merger;
+        const IdVector ids = recordedIn(referencesByContainer_);
+        for (const KtDbObjectId reference : merger.ascending(ids)) {
+            attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8));
+        }
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
+void KtDxBlock::attachAllReferences() {
+    makeRoomForAttributes();
+    attachReferences(true);
+    attributesByReference_.removeIf([](const auto& entry) { return entry.second.isEmpty(); });
 }
 
 void KtDxBlock::attachReferences(bool attach) {
@@ -93,7 +134,7 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
 /// has its attributes twice, and letting go of it once lets go of them all.
 Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
     const auto entry = attributesByReference_.find(reference);
-    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : entry->second.get();
+    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : &entry->second;
     try {
         for (; !attributes.done(); attributes.step()) {
             attachAttribute(attributes.objectId(), reference, recorded);
@@ -115,10 +156,7 @@ void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
         return;
     }
     if (recorded == nullptr) {
-        auto made = std::make_unique<KtDbObjectIdArray>(0, 8);
-        KtDbObjectIdArray* const array = made.get();
-        attributesByReference_.insert_or_assign(reference, std::move(made));
-        recorded = array;
+        recorded = &attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first->second;
     }
     recorded->append(attribute);            // first, as it may fail: what is heard has to be known
     std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
@@ -127,7 +165,7 @@ void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
 void KtDxBlock::detachAttributesOf(KtDbObjectId reference) {
     const auto entry = attributesByReference_.find(reference);
     if (entry != attributesByReference_.end()) {
-        detachAttributes(*entry->second);
+        detachAttributes(entry->second);
         attributesByReference_.erase(entry);
     }
 }
@@ -148,7 +186,7 @@ void KtDxBlock::detachAttributes(const KtDbObjectIdArray& attributes) {
 
 void KtDxBlock::detachAllAttributes() {
     for (const auto& [reference, attributes] : attributesByReference_) {
-        detachAttributes(*attributes);
+        detachAttributes(attributes);
     }
     attributesByReference_.clear();
 }

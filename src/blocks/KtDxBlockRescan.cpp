@@ -6,25 +6,18 @@
 #include "blocks/KtDxBlock.h"
 #include "blocks/KtDxBlocks.h"
 #include "blocks/OpenedObject.h"
+#include "blocks/RescanRoom.h"
 #include "blocks/SortUnique.h"
 
-#include <algorithm>
-#include <iterator>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
+#include <span>
 #include <tuple>
 #include <utility>
 
 namespace {
-
-/// Needs no memory, for want of which the last may have to go: what lies beyond the length stays where it is.
-void removeLast(KtDbObjectIdArray& ids) {
-    const std::size_t left = ids.length() - 1;
-    ids.setLogicalLengthZero();
-    for (std::size_t i = 0; i < left; ++i) {
-        ids.append(ids[i]);
-    }
-}
 
 /// A record that the owner could not take must be new again at the next update.
 void addRecord(KtDbObjectIdArray& recordIds, KtDbObjectId recordId, KtDxBlocks& owner, KtDxBlock* block) {
@@ -32,34 +25,54 @@ void addRecord(KtDbObjectIdArray& recordIds, KtDbObjectId recordId, KtDxBlocks& 
     try {
         owner.addRepresentation(recordId, block);
     } catch (...) {
-        removeLast(recordIds);
+        recordIds.setLogicalLength(recordIds.length() - 1);
         throw;
     }
 }
 
 } // namespace
 
-/// State of one rescan. Candidates and what was recorded before are in ascending order, so one walk compares
-/// them.
+/// One rescan. As long as it meets what is recorded where it is recorded, it only follows; from the first
+/// difference on it files what it meets.
 struct KtDxBlock::Rescan {
-    IdVector
-        candidates;    ///< what the host lists; all of it counts as present, whether or not it can be opened
-    IdVector previous; ///< what was recorded before
-    IdVector used;     ///< containers met; repeats only where containers alternate
-    std::size_t nextPrevious = 0;
+    explicit Rescan(RescanRoom& shared) : room(shared) { room->previous.clear(); }
 
-    /// Asked in ascending order.
+    BorrowedRescanRoom room;
+    std::span<const KtDbObjectId> candidates; ///< listed by the host, ascending, each once; all of it counts
+                                              ///< as present, whether or not it can be opened
+    std::span<const KtDbObjectId> previous;   ///< recorded before and not followed, ascending
+    std::size_t nextPrevious = 0;
+    bool isFollowing = true;
+
+    /// Throws std::bad_alloc and has then changed nothing.
+    void stopFollowing() {
+        if (!isFollowing) {
+            return;
+        }
+        room->recorded.appendRest(room->previous);
+        previous = room->previousInOrder.ascending(room->previous);
+        room->recorded.cutRest();
+        isFollowing = false;
+    }
+
+    /// Adds what was followed to the rest, in the room.
+    void addFollowed() {
+        IdVector& all = room->previous;
+        const auto followed = candidates.first(room->recorded.followedCount());
+        try {
+            all.insert(all.end(), followed.begin(), followed.end());
+        } catch (const std::bad_alloc&) {
+            return; // the rest has to do
+        }
+        sortUnique(all);
+    }
+
+    /// Of a reference that was not followed. Asked in ascending order.
     bool wasRecorded(KtDbObjectId reference) {
         while (nextPrevious < previous.size() && previous[nextPrevious] < reference) {
             ++nextPrevious;
         }
         return nextPrevious < previous.size() && previous[nextPrevious] == reference;
-    }
-
-    void use(KtDbObjectId container) {
-        if (used.empty() || used.back() != container) {
-            used.push_back(container);
-        }
     }
 };
 
@@ -81,10 +94,12 @@ Orbx::ErrorStatus KtDxBlock::update(KtDbObjectId recordId) {
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
-    Rescan pass;
+    Rescan pass(owner_->rescanRoom());
     const Orbx::ErrorStatus status = tryRescan(pass);
-    if (status != Orbx::eOk && isEnabled()) {
-        leaveBehind(std::move(pass.previous)); // those that the pass did not come to are recorded no more
+    if (status != Orbx::eOk && isEnabled() && !pass.isFollowing) {
+        pass.addFollowed(); // their array may be what is missing
+        leaveBehind(
+            std::move(pass.room->previous)); // those that the pass did not come to are recorded no more
     }
     return status;
 }
@@ -98,26 +113,30 @@ Orbx::ErrorStatus KtDxBlock::tryRescan(Rescan& pass) {
 }
 
 Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
-    if (const Orbx::ErrorStatus status = collectCandidates(pass.candidates); status != Orbx::eOk) {
+    RescanRoom& room = *pass.room;
+    if (const Orbx::ErrorStatus status = listReferences(room.listed); status != Orbx::eOk) {
         return status;
     }
-    if (const Orbx::ErrorStatus status = takeRecorded(pass.previous); status != Orbx::eOk) {
-        return status;
+    pass.candidates = room.listedInOrder.ascending({room.listed.begin(), room.listed.length()});
+    if (!room.recorded.start(referencesByContainer_)) {
+        return Orbx::eMissing;
     }
     for (const KtDbObjectId reference : pass.candidates) {
-        if (const Orbx::ErrorStatus status = fileReference(reference, pass); status != Orbx::eOk) {
+        if (const Orbx::ErrorStatus status = meetReference(reference, pass); status != Orbx::eOk) {
             return status;
         }
     }
-    dropMissing(pass);
-    dropUnusedContainers(pass);
+    if (!pass.isFollowing || !room.recorded.isAllFollowed()) {
+        dropMissing(pass);
+        dropUnusedContainers();
+    }
     setNeedsUpdate(false);
     return Orbx::eOk;
 }
 
-/// Everything that the host lists as a reference to one of the records, living or erased, in ascending order.
-Orbx::ErrorStatus KtDxBlock::collectCandidates(IdVector& candidates) const {
-    KtDbObjectIdArray ids(0, 8);
+/// Everything that the host lists as a reference to one of the records, living or erased.
+Orbx::ErrorStatus KtDxBlock::listReferences(KtDbObjectIdArray& listed) const {
+    listed.setLogicalLengthZero();
     for (const KtDbObjectId recordId : recordIds_) {
         if (recordId.isErased()) {
             continue;
@@ -126,52 +145,54 @@ Orbx::ErrorStatus KtDxBlock::collectCandidates(IdVector& candidates) const {
         if (!record) {
             return record.status();
         }
-        if (const Orbx::ErrorStatus status = record->getBlockReferenceIds(ids, true, true);
+        if (const Orbx::ErrorStatus status = record->getBlockReferenceIds(listed, true, true);
             status != Orbx::eOk) {
             return status;
         }
-        if (const Orbx::ErrorStatus status = record->getErasedBlockReferenceIds(ids); status != Orbx::eOk) {
+        if (const Orbx::ErrorStatus status = record->getErasedBlockReferenceIds(listed);
+            status != Orbx::eOk) {
             return status;
         }
     }
-    candidates.assign(ids.begin(), ids.end());
-    sortUnique(candidates);
     return Orbx::eOk;
 }
 
-/// Empties the recorded arrays into one ascending list; the containers' entries stay for now.
-Orbx::ErrorStatus KtDxBlock::takeRecorded(IdVector& previous) {
-    std::size_t count = 0;
-    for (const auto& [container, references] : referencesByContainer_) {
-        if (references == nullptr) {
-            return Orbx::eMissing;
-        }
-        count += references->length();
-    }
-    previous.reserve(count);
-    for (const auto& [container, references] : referencesByContainer_) {
-        previous.insert(previous.end(), references->begin(), references->end());
-        references->setLogicalLengthZero();
-    }
-    sortUnique(previous);
-    return Orbx::eOk;
-}
-
-Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, Rescan& pass) {
+Orbx::ErrorStatus KtDxBlock::meetReference(KtDbObjectId reference, Rescan& pass) {
+    RecordedOrder& recorded = pass.room->recorded;
     const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
                                                   true); // erased ones count like others
-    const bool isNew = !pass.wasRecorded(reference);
-    const KtDbObjectId container = opened ? containerOf(opened->ownerId()) : KtDbObjectId();
-    if (container.isNull() || !container.isValid()) {
-        if (!isNew && isEnabled()) {
-            leaveBehind(reference, opened.status()); // recorded no more, and still heard
+    const KtDbObjectId owner = opened ? opened->ownerId() : KtDbObjectId();
+    std::uint32_t place = recorded.placeOf(owner);
+    KtDbObjectId container = owner;
+    if (place == IdNumbers::kNone || !recorded.isOwnContainer(place)) {
+        container = containerOf(owner);
+        if (container.isNull() || !container.isValid()) {
+            missContainer(reference, opened.status(), pass);
+            return Orbx::eOk;
         }
+        place = container == owner ? recorded.noteOwnContainer(owner) : recorded.placeOf(container);
+    }
+    if (pass.isFollowing && place != IdNumbers::kNone && recorded.follow(place, reference)) {
         return Orbx::eOk;
     }
+    return fileReference(reference, container, pass);
+}
+
+/// Of a reference that is to be found nowhere.
+void KtDxBlock::missContainer(KtDbObjectId reference, Orbx::ErrorStatus why, Rescan& pass) {
+    pass.stopFollowing();
+    if (pass.wasRecorded(reference) && isEnabled()) {
+        leaveBehind(reference, why); // recorded no more, and still heard
+    }
+}
+
+Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, KtDbObjectId container, Rescan& pass) {
+    pass.stopFollowing();
+    const bool isNew = !pass.wasRecorded(reference);
     if (isNew) {
         setChanged(true);
     }
-    if (const Orbx::ErrorStatus status = record(reference, container, pass); status != Orbx::eOk) {
+    if (const Orbx::ErrorStatus status = record(reference, container); status != Orbx::eOk) {
         return status;
     }
     if (isNew && isEnabled()) {                         // behind the recording: what is heard has to be known
@@ -180,8 +201,7 @@ Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, Rescan& pass)
     return Orbx::eOk;
 }
 
-Orbx::ErrorStatus KtDxBlock::record(KtDbObjectId reference, KtDbObjectId container, Rescan& pass) {
-    pass.use(container);
+Orbx::ErrorStatus KtDxBlock::record(KtDbObjectId reference, KtDbObjectId container) {
     KtDbObjectIdArray* references = containerArray(container);
     if (references == nullptr) {
         return Orbx::eMissing;
@@ -208,20 +228,24 @@ KtDbObjectIdArray* KtDxBlock::containerArray(KtDbObjectId container) {
 }
 
 /// Lets go of recorded references that the host lists no more, neither as living nor as erased.
-void KtDxBlock::dropMissing(const Rescan& pass) {
-    IdVector missing;
-    std::set_difference(pass.previous.begin(), pass.previous.end(), pass.candidates.begin(),
-                        pass.candidates.end(), std::back_inserter(missing));
-    for (const KtDbObjectId reference : missing) {
-        setChanged(true);
-        std::ignore = attachReference(reference, false); // most are released by now and cannot be opened
+void KtDxBlock::dropMissing(Rescan& pass) {
+    pass.stopFollowing();
+    auto candidate = pass.candidates.begin();
+    for (const KtDbObjectId reference : pass.previous) {
+        while (candidate != pass.candidates.end() && *candidate < reference) {
+            ++candidate;
+        }
+        if (candidate == pass.candidates.end() || *candidate != reference) {
+            setChanged(true);
+            std::ignore = attachReference(reference, false); // most are released by now and cannot be opened
+        }
     }
 }
 
-void KtDxBlock::dropUnusedContainers(Rescan& pass) {
-    sortUnique(pass.used);
+/// All arrays hold what this rescan has met.
+void KtDxBlock::dropUnusedContainers() {
     for (auto entry = referencesByContainer_.begin(); entry != referencesByContainer_.end();) {
-        if (std::binary_search(pass.used.begin(), pass.used.end(), entry->first)) {
+        if (entry->second != nullptr && !entry->second->isEmpty()) {
             ++entry;
         } else {
             setChanged(true);

@@ -2,16 +2,16 @@
 
 #include <KtDbObjectReactor.h>
 
+#include "blocks/BlockNesting.h"
 #include "blocks/KtDxBlock.h"
+#include "blocks/RescanRoom.h"
 #include "notify/KtDxEnableBase.h"
 #include "notify/KtDxTimerReactor.h"
 
 #include <cstdint>
 #include <exception>
-#include <map>
 #include <set>
 
-class BlockNesting;
 class KtDbBlockTable;
 class KtDbDatabase;
 class KtDxDocument;
@@ -29,7 +29,7 @@ class KtDxBlocks : public KtDbObjectReactor, public KtDxEnableBase, public KtDxT
 public:
     /// Several keys may reach one monitor: that of a dynamic definition and those of its representations. An
     /// entry is empty only if somebody entered it so; walks end there.
-    using BlockMonitors = std::map<KtDbObjectId, KtDxBlock*>;
+    using BlockMonitors = BlockNesting::BlockMonitors;
 
     /// A new monitor bound to a document record, owned by the caller; null on failure.
     static Orbx::ErrorStatus create(KtDxDocument* document, KtDxBlocks*& blocks);
@@ -119,13 +119,16 @@ public:
 
     KtDbObjectId modelSpaceId() const { return modelSpaceId_; }
 
+    /// For the monitors, which rescan one after the other.
+    RescanRoom& rescanRoom() { return rescanRoom_; }
+
     /// Number of records that the last scan put under watch, new or known.
     std::int32_t monitoredCount() const { return monitoredCount_; }
 
 private:
     Orbx::ErrorStatus scanAllRecords();
     Orbx::ErrorStatus scanRecord(const KtDbBlockTableRecord* record);
-    KtDxBlock::References* referencesOf(KtDbObjectId block) const;
+    KtDbObjectId keyOf(const KtDbBlockTableRecord* record);
     std::uint32_t countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,
                                    KtDbObjectIdSet& visited);
     KtDbObjectId countedContainer(KtDbObjectId container) const;
@@ -151,6 +154,6 @@ private:
     bool pendingChanges_ = false;
     KtDxTimer* timer_ = nullptr;
     KtDbObjectId heardTable_; // also after an enabling that failed half-way, and after a reset
-    const BlockNesting* nesting_ =
-        nullptr; // while changes are propagated: one picture serves every changed block
+    BlockNesting nesting_;    // up to date only while it is asked
+    RescanRoom rescanRoom_;
 };

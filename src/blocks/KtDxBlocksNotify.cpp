@@ -1,33 +1,12 @@
 // What the block table monitor does at idle time: bring its picture up to date, carry changes down, call the
 // clients.
 
-#include "blocks/BlockNesting.h"
 #include "blocks/KtDxBlocks.h"
 
 #include <algorithm>
 #include <exception>
 #include <new>
 #include <tuple>
-
-namespace {
-
-/// Lets the nesting queries use one picture for as long as it lives.
-class SharedNesting {
-public:
-    SharedNesting(const BlockNesting*& place, const BlockNesting& nesting) : place_(place) {
-        place_ = &nesting;
-    }
-
-    SharedNesting(const SharedNesting&) = delete;
-    SharedNesting& operator=(const SharedNesting&) = delete;
-
-    ~SharedNesting() { place_ = nullptr; }
-
-private:
-    const BlockNesting*& place_;
-};
-
-} // namespace
 
 void KtDxBlocks::timerElapsed() {
     update(false, true);
@@ -62,10 +41,12 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
         return Orbx::eMissing;
     }
     try {
-        const BlockNesting nesting(blockMonitors_);
-        const SharedNesting sharing(nesting_, nesting);
         KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
-        for (const auto& [key, monitor] : blockMonitors_) {
+        for (const auto& entry : blockMonitors_) {
+            KtDxBlock* const monitor = entry.second; // the entry moves when others come or go
+            if (monitor == nullptr) {
+                return Orbx::eMissing;
+            }
             const Orbx::ErrorStatus status =
                 monitor->isChanged() ? collectNestedBlocks(monitor->blockId(), true, nested, visited)
                                      : Orbx::eOk;

@@ -18,8 +18,8 @@ namespace {
 
 /// The dynamic definition that one of the record's references says it represents; the null id when the first
 /// that can say anything says none. Erased references are asked too.
-KtDbObjectId representedDefinition(const KtDbBlockTableRecord* record) {
-    KtDbObjectIdArray references(0, 8);
+KtDbObjectId representedDefinition(const KtDbBlockTableRecord* record, KtDbObjectIdArray& references) {
+    references.setLogicalLengthZero();
     if (record->getBlockReferenceIds(references, true, true) != Orbx::eOk) {
         return {};
     }
@@ -35,12 +35,6 @@ KtDbObjectId representedDefinition(const KtDbBlockTableRecord* record) {
         }
     }
     return {};
-}
-
-/// The key that decides whether a monitor known already takes the record.
-KtDbObjectId keyOf(const KtDbBlockTableRecord* record) {
-    const KtDbObjectId definition = record->isAnonymous() ? representedDefinition(record) : KtDbObjectId();
-    return definition.isNull() ? record->objectId() : definition;
 }
 
 } // namespace
@@ -75,6 +69,16 @@ Orbx::ErrorStatus KtDxBlocks::scanAllRecords() {
     }
     setRescanNeeded(false);
     return Orbx::eOk;
+}
+
+/// The key that decides whether a monitor known already takes the record.
+KtDbObjectId KtDxBlocks::keyOf(const KtDbBlockTableRecord* record) {
+    KtDbObjectId definition;
+    if (record->isAnonymous()) {
+        const BorrowedRescanRoom room(rescanRoom_);
+        definition = representedDefinition(record, room->listed);
+    }
+    return definition.isNull() ? record->objectId() : definition;
 }
 
 /// The key decides only whether a known monitor takes the record; a new monitor is always entered under the

@@ -6,7 +6,8 @@
 #include <utility>
 
 /// Holds an opened host object and gives it back when the scope ends, on every path: closes it, or deletes it
-/// if it never received an id, since such an object belongs to whoever holds it.
+/// if it never received an id, since such an object belongs to whoever holds it. What was opened by its id
+/// has one.
 template <typename T>
 class OpenedObject {
 public:
@@ -16,7 +17,7 @@ public:
         : status_(ktdbOpenObject(object_, id, mode, openErased)) {}
 
     /// Takes over an object that something else opened; null for none.
-    explicit OpenedObject(T* opened) : object_(opened) {}
+    explicit OpenedObject(T* opened) : object_(opened), mayLackId_(true) {}
 
     OpenedObject(const OpenedObject&) = delete;
     OpenedObject& operator=(const OpenedObject&) = delete;
@@ -37,7 +38,7 @@ public:
         if (object == nullptr) {
             return;
         }
-        if (object->objectId().isNull()) {
+        if (mayLackId_ && object->objectId().isNull()) {
             delete object;
         } else {
             std::ignore = object->close(); // nothing can be done about an object that will not close
@@ -47,4 +48,5 @@ public:
 private:
     T* object_ = nullptr; // before the status, whose initialiser fills it
     Orbx::ErrorStatus status_ = Orbx::eOk;
+    bool mayLackId_ = false;
 };

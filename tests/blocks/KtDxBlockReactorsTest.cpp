@@ -26,7 +26,7 @@ protected:
 
     static Ids attributesRecorded(const KtDxBlock& block, KtDbObjectId reference) {
         const auto entry = block.attributesByReference().find(reference);
-        return entry == block.attributesByReference().end() ? Ids() : toIds(*entry->second);
+        return entry == block.attributesByReference().end() ? Ids() : toIds(entry->second);
     }
 
     /// The number of opens that went before; the next is to fail.

@@ -219,7 +219,7 @@ TEST_F(LeftBehind, JoinedByWhatARescanThatLostAContainerDidNotComeTo) {
 TEST_F(LeftBehind, AreNotAttributesThatCannotBe) {
     const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
     KtDxBlock& block = enabledMonitor(valve_);
-    KtDbObjectIdArray& recorded = *block.attributesByReference().at(reference);
+    auto& recorded = const_cast<KtDbObjectIdArray&>(block.attributesByReference().at(reference));
     recorded.append(KtDbObjectId());
     recorded.append(kNeverHandedOut);
     faults().reset();

@@ -123,7 +123,7 @@ TEST_F(UnusualBlock, ArraysOfOneElementHaveRoomForEight) {
     const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
     KtDxBlock& block = enabledMonitor(valve_);
     expectGrownByEight(*block.references()->at(edit_.modelSpace()));
-    expectGrownByEight(*block.attributesByReference().at(reference));
+    expectGrownByEight(block.attributesByReference().at(reference));
     expectGrownByEight(block.recordIds());
     expectGrownByEight(blocks().layoutIds());
 }

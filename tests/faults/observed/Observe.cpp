@@ -61,7 +61,7 @@ bool contains(const KtDxBlock::References& lists, KtDbObjectId id) {
 
 bool records(KtDxBlock& monitor, KtDbObjectId id) {
     const bool isAttribute = std::ranges::any_of(monitor.attributesByReference(), [&](const auto& entry) {
-        return entry.second->contains(id) && contains(*monitor.references(), entry.first);
+        return entry.second.contains(id) && contains(*monitor.references(), entry.first);
     });
     return isAttribute || monitor.recordIds().contains(id) || contains(*monitor.references(), id);
 }
@@ -99,7 +99,7 @@ void observeMonitor(KtDxBlock& monitor, ObservedState& state) {
     state.heard[name + " is enabled"] = textOf(monitor.isEnabled());
     state.heard[name + " callbacks"] = std::to_string(monitor.callbacks()->size());
     for (const auto& [reference, attributes] : monitor.attributesByReference()) {
-        state.heard[name + " attributes of " + nameOf(reference)] = textOf(*attributes);
+        state.heard[name + " attributes of " + nameOf(reference)] = textOf(attributes);
     }
 }
 

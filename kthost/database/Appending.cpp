@@ -7,21 +7,25 @@
 
 namespace kthost {
 
-KtDbObjectId enterRecord(DatabaseContents& contents, std::unique_ptr<BlockTableRecord> record) {
-    const std::wstring name = record->fields().name;
-    const KtDbObjectId id = adopt(contents, std::move(record), contents.blockTable);
-    peek<BlockTable>(contents.blockTable)->add(id, name);
+RecordState namedRecord(std::wstring_view name) {
+    RecordState state;
+    state.name = name;
+    return state;
+}
+
+KtDbObjectId enterRecord(DatabaseContents& contents, RecordState state, bool layout) {
+    const auto id = makeObject<BlockTableRecord>(contents, contents.blockTable, std::move(state), layout);
+    peek<BlockTable>(contents.blockTable)->add(id, peek<BlockTableRecord>(id)->fields().name);
     return id;
 }
 
-Orbx::ErrorStatus appendRecord(DatabaseContents& contents, std::unique_ptr<BlockTableRecord> record,
-                               KtDbObjectId& id) {
+Orbx::ErrorStatus appendRecord(DatabaseContents& contents, RecordState state, bool layout, KtDbObjectId& id) {
     WriteOpening table(contents.blockTable);
     if (table.status() != Orbx::eOk) {
         return table.status();
     }
     static_cast<void>(beginChange(contents.blockTable)); // it is open for write
-    id = enterRecord(contents, std::move(record));
+    id = enterRecord(contents, std::move(state), layout);
     contents.history.record(AppendRecord{id});
     notifySubObjectModified(id);
     table.close();
@@ -30,8 +34,8 @@ Orbx::ErrorStatus appendRecord(DatabaseContents& contents, std::unique_ptr<Block
 
 KtDbObjectId appendAttributeTo(DatabaseContents& contents, KtDbObjectId reference, std::wstring_view tag,
                                std::wstring_view text) {
-    const KtDbObjectId id = adopt(contents, std::make_unique<Attribute>(tag, text), reference);
-    withReference(reference, [id](auto& owner) { owner.attributes().append(id); });
+    const KtDbObjectId id = makeObject<Attribute>(contents, reference, tag, text);
+    withReference(reference, [id](auto& owner) { owner.appendAttribute(id); });
     contents.designators.note(id, tag, text);
     contents.history.record(AppendRecord{id});
     notifySubObjectModified(id);
@@ -39,7 +43,7 @@ KtDbObjectId appendAttributeTo(DatabaseContents& contents, KtDbObjectId referenc
 }
 
 KtDbObjectId appendGraphTo(DatabaseContents& contents, BlockTableRecord& record) {
-    const KtDbObjectId id = adopt(contents, std::make_unique<EvalGraph>(), record.objectId());
+    const KtDbObjectId id = makeObject<EvalGraph>(contents, record.objectId());
     record.setGraph(id);
     contents.history.record(AppendRecord{id});
     notifySubObjectModified(id);

@@ -8,7 +8,7 @@ namespace kthost {
 Orbx::ErrorStatus Attribute::setText(std::wstring_view text) {
     const Orbx::ErrorStatus status = beginStateChange(objectId());
     if (status == Orbx::eOk) {
-        text_ = OwnedText(text);
+        text_.set(text);
         keepFindable();
     }
     return status;
@@ -21,7 +21,7 @@ ObjectState Attribute::state() const {
 void Attribute::exchangeState(ObjectState& state) {
     std::wstring& other = std::get<AttributeState>(state).text;
     std::wstring present = text_.get();
-    text_ = OwnedText(other);
+    text_.set(other);
     other = std::move(present);
     keepFindable();
 }

@@ -3,6 +3,7 @@
 #include "kthost/database/DatabaseObject.h"
 #include "kthost/database/ObjectState.h"
 #include "kthost/database/OwnedText.h"
+#include "kthost/database/SharedText.h"
 
 #include <KtDbAttribute.h>
 
@@ -12,9 +13,9 @@ namespace kthost {
 
 class Attribute final : public DatabaseObject<KtDbAttribute> {
 public:
-    Attribute(std::wstring_view tag, std::wstring_view text) : tag_(sharedText(tag)), text_(text) {}
+    Attribute(std::wstring_view tag, std::wstring_view text) : tag_(tag), text_(text) {}
 
-    const wchar_t* tag() const override { return tag_; }
+    const wchar_t* tag() const override { return tag_.get(); }
 
     const wchar_t* text() const override { return text_.get(); }
 
@@ -27,7 +28,7 @@ public:
 private:
     void keepFindable() const;
 
-    const wchar_t* tag_;
+    const SharedText tag_; // a drawing has few different ones
     OwnedText text_;
 };
 

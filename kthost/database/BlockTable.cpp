@@ -2,7 +2,6 @@
 
 #include "kthost/database/BlockTableIterator.h"
 #include "kthost/database/DatabaseTrace.h"
-#include "kthost/database/ReleasedIds.h"
 
 #include <memory>
 
@@ -29,7 +28,7 @@ Orbx::ErrorStatus BlockTable::getIdAt(const wchar_t* name, KtDbObjectId& id, boo
     id = KtDbObjectId();
     Orbx::ErrorStatus status = Faults::instance().next(HostCall::getIdAt);
     if (status == Orbx::eOk) {
-        status = name == nullptr ? Orbx::eInvalidInput : lookUp(names_, name, id, openErased);
+        status = name == nullptr ? Orbx::eInvalidInput : lookUp(contents_->names, name, id, openErased);
     }
     if (tracing()) {
         TraceLine("getIdAt").field("name", name).field("found", id).field("status", status);
@@ -44,32 +43,28 @@ Orbx::ErrorStatus BlockTable::newIterator(KtDbBlockTableIterator*& iterator, boo
         fault != Orbx::eOk) {
         return fault;
     }
-    auto made = std::make_unique<BlockTableIterator>(objectId(), records_);
+    auto made = std::make_unique<BlockTableIterator>(objectId(), contents_->records);
     made->start(atBeginning, skipErased);
     iterator = made.release();
     return traceCall("newIterator", objectId(), Orbx::eOk);
 }
 
 void BlockTable::add(KtDbObjectId record, std::wstring_view name) {
-    records_.push_back(record);
-    names_.add(name, record);
+    contents_->records.push_back(record);
+    contents_->names.add(name, record);
 }
 
 void BlockTable::rename(KtDbObjectId record, std::wstring_view from, std::wstring_view to) {
-    names_.remove(from, record);
-    names_.add(to, record);
-}
-
-void BlockTable::dropReleased() {
-    dropReleasedIds(records_);
+    contents_->names.remove(from, record);
+    contents_->names.add(to, record);
 }
 
 std::wstring BlockTable::nextAnonymousName(wchar_t letter) {
-    std::uint32_t& last = lastNumbers_[letter];
+    std::uint32_t& last = contents_->lastNumbers[letter];
     std::wstring name;
     do {
         name = std::wstring(L"*") + letter + std::to_wstring(++last);
-    } while (!names_.living(name).isNull() || !names_.erased(name).isNull());
+    } while (!contents_->names.living(name).isNull() || !contents_->names.erased(name).isNull());
     return name;
 }
 

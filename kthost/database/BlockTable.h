@@ -6,6 +6,7 @@
 #include <KtDbBlockTable.h>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,24 +19,29 @@ public:
                                   bool skipErased) const override;
 
     /// The living record of that name; null when there is none.
-    KtDbObjectId living(std::wstring_view name) const { return names_.living(name); }
+    KtDbObjectId living(std::wstring_view name) const { return contents_->names.living(name); }
 
     /// In the order in which they were added, released ones included until they are dropped.
-    const std::vector<KtDbObjectId>& records() const { return records_; }
+    std::vector<KtDbObjectId>& records() { return contents_->records; }
+
+    const std::vector<KtDbObjectId>& records() const { return contents_->records; }
 
     void add(KtDbObjectId record, std::wstring_view name);
     void rename(KtDbObjectId record, std::wstring_view from, std::wstring_view to);
 
-    void forgetName(KtDbObjectId record, std::wstring_view name) { names_.remove(name, record); }
+    void forgetName(KtDbObjectId record, std::wstring_view name) { contents_->names.remove(name, record); }
 
-    void dropReleased();
     /// "*", the letter and the next number that no record has or had.
     std::wstring nextAnonymousName(wchar_t letter);
 
 private:
-    NameIndex names_;
-    std::vector<KtDbObjectId> records_;
-    std::map<wchar_t, std::uint32_t> lastNumbers_;
+    struct Contents {
+        NameIndex names;
+        std::vector<KtDbObjectId> records;
+        std::map<wchar_t, std::uint32_t> lastNumbers;
+    };
+
+    std::unique_ptr<Contents> contents_ = std::make_unique<Contents>(); // too large to lie among the objects
 };
 
 } // namespace kthost

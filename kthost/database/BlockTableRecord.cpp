@@ -37,12 +37,12 @@ std::vector<KtDbObjectId> nestedReferences(KtDbObjectId record) {
 } // namespace
 
 const BlockTableRecord* BlockTableRecord::mirrored() const {
-    return peek<BlockTableRecord>(state_.mirrors);
+    return peek<BlockTableRecord>(contents_->state.mirrors);
 }
 
 const ReferenceList& BlockTableRecord::references() const {
     const BlockTableRecord* other = mirrored();
-    return other == nullptr ? references_ : other->references();
+    return other == nullptr ? contents_->references : other->references();
 }
 
 Orbx::ErrorStatus BlockTableRecord::getName(const wchar_t*& name) const {
@@ -51,20 +51,20 @@ Orbx::ErrorStatus BlockTableRecord::getName(const wchar_t*& name) const {
         fault != Orbx::eOk) {
         return fault;
     }
-    name = state_.name.c_str();
+    name = contents_->state.name.c_str();
     return Orbx::eOk;
 }
 
 bool BlockTableRecord::isFromExternalReference() const {
     const BlockTableRecord* other = mirrored();
-    return other == nullptr ? state_.drawing != nullptr : other->isFromExternalReference();
+    return other == nullptr ? contents_->state.drawing != nullptr : other->isFromExternalReference();
 }
 
 KtDbDatabase* BlockTableRecord::externalDatabase(bool /*load*/) {
-    if (auto* other = peek<BlockTableRecord>(state_.mirrors)) {
+    if (auto* other = peek<BlockTableRecord>(contents_->state.mirrors)) {
         return other->externalDatabase(false);
     }
-    return state_.drawing == nullptr ? nullptr : state_.drawing->database.get();
+    return contents_->state.drawing == nullptr ? nullptr : contents_->state.drawing->database.get();
 }
 
 Orbx::ErrorStatus BlockTableRecord::getBlockReferenceIds(KtArray<KtDbObjectId>& ids, bool directOnly,
@@ -100,7 +100,7 @@ KtDbObjectIterator* BlockTableRecord::entityIterator() const {
     if (tracing()) {
         TraceLine("entityIterator").field("id", objectId());
     }
-    return new EntityIterator(entities_);
+    return new EntityIterator(contents_->entities);
 }
 
 Orbx::ErrorStatus BlockTableRecord::setFields(RecordState fields) {
@@ -114,10 +114,10 @@ Orbx::ErrorStatus BlockTableRecord::setFields(RecordState fields) {
 
 void BlockTableRecord::exchangeState(ObjectState& state) {
     auto& other = std::get<RecordState>(state);
-    if (auto* table = peek<BlockTable>(ownerId()); table != nullptr && other.name != state_.name) {
-        table->rename(objectId(), state_.name, other.name);
+    if (auto* table = peek<BlockTable>(ownerId()); table != nullptr && other.name != contents_->state.name) {
+        table->rename(objectId(), contents_->state.name, other.name);
     }
-    std::swap(state_, other);
+    std::swap(contents_->state, other);
 }
 
 } // namespace kthost

@@ -6,6 +6,7 @@
 
 #include <KtDbBlockTableRecord.h>
 
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -17,18 +18,19 @@ using Nestings = std::unordered_map<KtDbObjectId, std::uint32_t>;
 
 class BlockTableRecord final : public DatabaseObject<KtDbBlockTableRecord> {
 public:
-    BlockTableRecord(std::wstring_view name, bool layout) : layout_(layout) { state_.name = name; }
+    BlockTableRecord(RecordState state, bool layout) : layout_(layout) {
+        contents_->state = std::move(state);
+    }
 
-    /// A record that stands for an attached drawing, or a dependent one that mirrors a record of it.
-    explicit BlockTableRecord(RecordState state) : state_(std::move(state)) {}
+    BlockTableRecord(std::wstring_view name, bool layout) : layout_(layout) { contents_->state.name = name; }
 
     Orbx::ErrorStatus getName(const wchar_t*& name) const override;
 
-    bool isDependent() const override { return state_.dependent; }
+    bool isDependent() const override { return contents_->state.dependent; }
 
     bool isLayout() const override { return layout_; }
 
-    bool isAnonymous() const override { return !layout_ && state_.name.starts_with(L'*'); }
+    bool isAnonymous() const override { return !layout_ && contents_->state.name.starts_with(L'*'); }
 
     bool isFromExternalReference() const override;
     KtDbDatabase* externalDatabase(bool load) override;
@@ -37,54 +39,58 @@ public:
     Orbx::ErrorStatus getErasedBlockReferenceIds(KtArray<KtDbObjectId>& ids) const override;
     KtDbObjectIterator* entityIterator() const override;
 
-    const RecordState& fields() const { return state_; }
+    const RecordState& fields() const { return contents_->state; }
 
     /// Has to be open for write.
     Orbx::ErrorStatus setFields(RecordState fields);
 
-    ObjectState state() const { return state_; }
+    ObjectState state() const { return contents_->state; }
 
     void exchangeState(ObjectState& state);
 
     /// What lies here, in drawing order, erased ones included; released ones too until they are dropped.
-    std::vector<KtDbObjectId>& entities() { return entities_; }
+    std::vector<KtDbObjectId>& entities() { return contents_->entities; }
 
-    const std::vector<KtDbObjectId>& entities() const { return entities_; }
+    const std::vector<KtDbObjectId>& entities() const { return contents_->entities; }
 
     /// The references to this record; for a dependent one, those in the attached drawing to what it mirrors.
     const ReferenceList& references() const;
 
-    ReferenceList& ownReferences() { return references_; }
+    ReferenceList& ownReferences() { return contents_->references; }
 
     /// Records that living references here place, and records in which living references place this one.
-    Nestings& contains() { return contains_; }
+    Nestings& contains() { return contents_->contains; }
 
-    const Nestings& contains() const { return contains_; }
+    const Nestings& contains() const { return contents_->contains; }
 
-    Nestings& placedIn() { return placedIn_; }
+    Nestings& placedIn() { return contents_->placedIn; }
 
-    const Nestings& placedIn() const { return placedIn_; }
+    const Nestings& placedIn() const { return contents_->placedIn; }
 
     /// Records that represent this one or did; which do now, they themselves say.
-    std::vector<KtDbObjectId>& representations() { return representations_; }
+    std::vector<KtDbObjectId>& representations() { return contents_->representations; }
 
-    const std::vector<KtDbObjectId>& representations() const { return representations_; }
+    const std::vector<KtDbObjectId>& representations() const { return contents_->representations; }
 
-    KtDbObjectId graph() const { return graph_; }
+    KtDbObjectId graph() const { return contents_->graph; }
 
-    void setGraph(KtDbObjectId graph) { graph_ = graph; }
+    void setGraph(KtDbObjectId graph) { contents_->graph = graph; }
 
 private:
     const BlockTableRecord* mirrored() const;
 
-    RecordState state_;
-    const bool layout_ = false;
-    KtDbObjectId graph_;
-    std::vector<KtDbObjectId> entities_;
-    ReferenceList references_;
-    Nestings contains_;
-    Nestings placedIn_;
-    std::vector<KtDbObjectId> representations_;
+    struct Contents {
+        RecordState state;
+        KtDbObjectId graph;
+        std::vector<KtDbObjectId> entities;
+        ReferenceList references;
+        Nestings contains;
+        Nestings placedIn;
+        std::vector<KtDbObjectId> representations;
+    };
+
+    std::unique_ptr<Contents> contents_ = std::make_unique<Contents>(); // too large to lie among the objects
+    const bool layout_;
 };
 
 } // namespace kthost

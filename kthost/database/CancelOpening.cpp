@@ -11,9 +11,9 @@ namespace kthost {
 namespace {
 
 void putBack(DatabaseContents& contents, KtDbObjectId id, WriteSession& session) {
-    const Stub& stub = *ObjectStore::instance().find(id);
+    ObjectHead& head = *ObjectStore::instance().find(id);
     if (session.stateBefore) {
-        exchangeState(stub, *session.stateBefore);
+        exchangeState(head, *session.stateBefore);
     }
     if (session.xdataBefore) {
         contents.xdata[id] = std::move(*session.xdataBefore);
@@ -21,15 +21,15 @@ void putBack(DatabaseContents& contents, KtDbObjectId id, WriteSession& session)
             contents.xdata.erase(id);
         }
     }
-    if (session.wasErased != (stub.erased != 0)) {
+    if (session.wasErased != head.erased) {
         setErased(id, session.wasErased);
         notifyErased(id, session.wasErased);
     }
 }
 
 Orbx::ErrorStatus cancel(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || !stub->writing || latestMode(*stub) != KtDb::kForWrite) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || !head->writing || latestMode(*head) != KtDb::kForWrite) {
         return Orbx::eNotOpenForWrite;
     }
     DatabaseContents& contents = *contentsOf(id);

@@ -11,15 +11,15 @@ namespace {
 
 /// Null when the object is not open for write, or was closed by a reactor that heard of the change.
 WriteSession* announcedSession(KtDbObjectId id) {
-    Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || !stub->writing) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || !head->writing) {
         return nullptr;
     }
     DatabaseContents& contents = *contentsOf(id);
     if (const auto present = contents.sessions.find(id); present != contents.sessions.end()) {
         return &present->second;
     }
-    contents.sessions[id].wasErased = stub->erased != 0;
+    contents.sessions[id].wasErased = head->erased;
     notifyOpenedForModify(id);
     const auto announced = contents.sessions.find(id);
     return announced == contents.sessions.end() ? nullptr : &announced->second;
@@ -59,20 +59,20 @@ Orbx::ErrorStatus beginXDataChange(KtDbObjectId object) {
 }
 
 void setErased(KtDbObjectId object, bool erased) {
-    Stub& stub = *ObjectStore::instance().find(object);
-    if ((stub.erased != 0) == erased) {
+    ObjectHead& head = *ObjectStore::instance().find(object);
+    if (head.erased == erased) {
         return;
     }
-    stub.erased = erased ? 1 : 0;
+    head.erased = erased;
     if (erased) {
         contentsOf(object)->erased.insert(object);
     } else {
         contentsOf(object)->erased.erase(object);
     }
     withReference(object, [&](auto& reference) {
-        countPlacement(reference.blockTableRecord(), stub.owner, erased ? -1 : 1);
+        countPlacement(reference.blockTableRecord(), head.owner, erased ? -1 : 1);
         if (auto* definition = peek<BlockTableRecord>(reference.blockTableRecord())) {
-            definition->ownReferences().touch();
+            definition->ownReferences().touch(object);
         }
     });
 }

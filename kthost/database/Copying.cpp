@@ -7,21 +7,15 @@ namespace kthost {
 
 namespace {
 
-std::unique_ptr<Table> copyOfTable(const Table& source, const KtGePoint3d& position, KtDbObjectId record) {
-    auto copy = std::make_unique<Table>(record, position, 0, 0);
-    ObjectState state = source.state();
-    std::get<TableState>(state).position = position;
-    copy->exchangeState(state);
-    return copy;
-}
-
 KtDbObjectId appendCopy(DatabaseContents& contents, KtDbObjectId source, BlockTableRecord& container,
                         const KtGePoint3d& position, KtDbObjectId tableRecord) {
     if (const auto* table = peek<Table>(source)) {
-        return appendReferenceTo(contents, container, copyOfTable(*table, position, tableRecord));
+        auto state = std::get<TableState>(table->state());
+        state.position = position;
+        return appendReferenceTo<Table>(contents, container, tableRecord, std::move(state));
     }
     const KtDbObjectId definition = peek<BlockReference>(source)->blockTableRecord();
-    return appendReferenceTo(contents, container, std::make_unique<BlockReference>(definition, position));
+    return appendReferenceTo<BlockReference>(contents, container, definition, position);
 }
 
 std::vector<KtDbObjectId> livingAttributes(KtDbObjectId reference) {
@@ -50,8 +44,8 @@ Orbx::ErrorStatus prepareTableRecords(DatabaseContents& contents, const std::vec
     for (const KtDbObjectId reference : references) {
         KtDbObjectId record;
         if (peek<Table>(reference) != nullptr) {
-            const Orbx::ErrorStatus status = appendRecord(
-                contents, std::make_unique<BlockTableRecord>(table->nextAnonymousName(L'T'), false), record);
+            const Orbx::ErrorStatus status =
+                appendRecord(contents, namedRecord(table->nextAnonymousName(L'T')), false, record);
             if (status != Orbx::eOk) {
                 return status;
             }

@@ -34,8 +34,9 @@ Orbx::ErrorStatus createTable(Database& database, KtDbObjectId container, const 
     WriteOpening opening(container);
     if (opening.status() == Orbx::eOk) {
         static_cast<void>(beginChange(container)); // it is open for write
-        table = appendReferenceTo(contents, *peek<BlockTableRecord>(container),
-                                  std::make_unique<Table>(record, position, rows, columns));
+        TableState state{position, rows, columns, std::vector<std::wstring>(std::size_t{rows} * columns)};
+        table =
+            appendReferenceTo<Table>(contents, *peek<BlockTableRecord>(container), record, std::move(state));
         opening.close();
     }
     return opening.status();

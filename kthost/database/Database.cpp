@@ -27,11 +27,10 @@ void prepareHost() {
 Database::Database(std::wstring name, Layouts layouts)
     : contents_(std::make_unique<DatabaseContents>(*this, std::move(name))) {
     prepareHost();
-    contents_->blockTable = adopt(*contents_, std::make_unique<BlockTable>(), {});
+    contents_->blockTable = makeObject<BlockTable>(*contents_, {});
     if (layouts == Layouts::modelAndPaperSpace) {
-        contents_->modelSpace =
-            enterRecord(*contents_, std::make_unique<BlockTableRecord>(L"*Model_Space", true));
-        enterRecord(*contents_, std::make_unique<BlockTableRecord>(L"*Paper_Space", true));
+        contents_->modelSpace = enterRecord(*contents_, namedRecord(L"*Model_Space"), true);
+        enterRecord(*contents_, namedRecord(L"*Paper_Space"), true);
     }
 }
 
@@ -69,11 +68,12 @@ UndoHistory& Database::history() {
 }
 
 std::size_t Database::releaseErased() {
-    if (contents_->history.discard() != Orbx::eOk) {
+    std::size_t released = 0; // what only the history kept goes with it
+    if (contents_->history.discard(released) != Orbx::eOk) {
         return 0;
     }
     const std::vector<KtDbObjectId> erased(contents_->erased.begin(), contents_->erased.end());
-    return releaseObjects(*contents_, erased, [](KtDbObjectId) { return false; });
+    return released + releaseObjects(*contents_, erased, [](KtDbObjectId) { return false; });
 }
 
 Database& hostDatabase(KtDbDatabase& database) {

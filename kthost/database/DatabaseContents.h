@@ -14,6 +14,7 @@
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace kthost {
@@ -29,24 +30,20 @@ struct DatabaseContents {
     UndoHistory history;
     std::unordered_map<KtDbObjectId, WriteSession> sessions;
     std::unordered_map<KtDbObjectId, XData> xdata;
-    std::unordered_set<KtDbObjectId> erased;  ///< every object that is erased and not released
-    std::unordered_set<KtDbObjectId> crowded; ///< objects whose lists hold released ids
+    std::unordered_set<KtDbObjectId> erased; ///< every object that is erased and not released
+    std::unordered_map<KtDbObjectId, std::vector<KtDbObjectId>>
+        crowded; ///< released ids that lists still hold
     DesignatorIndex designators;
 };
 
 /// Null for an id that is not valid or whose database is closed.
 DatabaseContents* contentsOf(KtDbObjectId id);
 
-/// Makes the object the database's own, and closed. The owner's lists are the caller's business.
-template <class T>
-KtDbObjectId adopt(DatabaseContents& contents, std::unique_ptr<T> object, KtDbObjectId owner) {
-    Stub stub;
-    stub.object = object.get();
-    stub.owner = owner;
-    stub.kind = kKindOf<T>;
-    const KtDbObjectId id = ObjectStore::instance().add(contents.slot, stub);
-    object.release()->head().id = id;
-    return id;
+/// Makes an object of the database's own, closed. The owner's lists are the caller's business.
+template <class T, class... Arguments>
+KtDbObjectId makeObject(DatabaseContents& contents, KtDbObjectId owner, Arguments&&... arguments) {
+    return ObjectStore::instance().add<T>(contents.slot, kKindOf<T>, owner,
+                                          std::forward<Arguments>(arguments)...);
 }
 
 } // namespace kthost

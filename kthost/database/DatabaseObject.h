@@ -8,24 +8,24 @@
 
 namespace kthost {
 
-/// What the objects of a drawing have in common, put below one of the seam's interfaces. One virtual table,
-/// and two words of members. Its run-time class is that of the interface.
+/// What the objects of a drawing have in common, put below one of the seam's interfaces. Its run-time class
+/// is that of the interface.
 template <class Interface>
 class DatabaseObject : public Interface {
 public:
-    KtDbObjectId objectId() const final { return head_.id; }
+    KtDbObjectId objectId() const final { return head_.id(); }
 
-    KtDbObjectId ownerId() const final { return ownerOf(head_.id); }
+    KtDbObjectId ownerId() const final { return head_.owner; }
 
-    KtDbDatabase* database() const final { return databaseOfObject(head_.id); }
+    KtDbDatabase* database() const final { return databaseOfObject(head_.id()); }
 
-    std::uint64_t handle() const final { return handleOf(head_.id); }
+    std::uint64_t handle() const final { return handleOf(head_.id()); }
 
-    bool isErased() const final { return head_.id.isErased(); }
+    bool isErased() const final { return head_.erased; }
 
-    Orbx::ErrorStatus close() final { return closeObject(head_.id); }
+    Orbx::ErrorStatus close() final { return closeObject(head_); }
 
-    Orbx::ErrorStatus erase(bool erasing = true) final { return eraseObject(head_.id, erasing); }
+    Orbx::ErrorStatus erase(bool erasing = true) final { return eraseObject(head_.id(), erasing); }
 
     Orbx::ErrorStatus addReactor(KtDbObjectReactor* reactor) const final {
         return addReactorTo(head_, reactor);
@@ -36,12 +36,14 @@ public:
     }
 
     Orbx::ErrorStatus getXData(const wchar_t* application, KtArray<KtDbXDataItem>& items) const final {
-        return getXDataOf(head_.id, application, items);
+        return getXDataOf(head_.id(), application, items);
     }
 
     ObjectHead& head() const { return head_; }
 
 private:
+    static_assert(sizeof(Interface) == kHeadOffset); // nothing but the pointer to virtual functions
+
     mutable ObjectHead head_; // watching an object does not change it
 };
 

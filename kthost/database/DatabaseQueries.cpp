@@ -18,8 +18,8 @@ std::uint64_t handleOf(KtDbObjectId id) {
 }
 
 KtDbObjectId ownerOf(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    return stub == nullptr ? KtDbObjectId() : stub->owner;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    return head == nullptr ? KtDbObjectId() : head->owner;
 }
 
 KtDbObjectId recordByName(const Database& database, std::wstring_view name) {

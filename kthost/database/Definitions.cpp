@@ -20,9 +20,7 @@ namespace {
 Orbx::ErrorStatus addRecord(DatabaseContents& contents, std::wstring_view name, bool layout,
                             KtDbObjectId& id) {
     const Orbx::ErrorStatus refusal = refusalOfName(contents, name, layout);
-    return refusal != Orbx::eOk
-               ? refusal
-               : appendRecord(contents, std::make_unique<BlockTableRecord>(name, layout), id);
+    return refusal != Orbx::eOk ? refusal : appendRecord(contents, namedRecord(name), layout, id);
 }
 
 /// Copies the references into the record, and a reactor of the source record hears of it first when the
@@ -175,7 +173,7 @@ Orbx::ErrorStatus addDefinition(Database& database, std::wstring_view name, KtDb
 Orbx::ErrorStatus addAnonymousDefinition(Database& database, wchar_t letter, KtDbObjectId& definition) {
     DatabaseContents& contents = database.contents();
     const std::wstring name = peek<BlockTable>(contents.blockTable)->nextAnonymousName(letter);
-    return appendRecord(contents, std::make_unique<BlockTableRecord>(name, false), definition);
+    return appendRecord(contents, namedRecord(name), false, definition);
 }
 
 Orbx::ErrorStatus addLayout(Database& database, std::wstring_view name, KtDbObjectId& layout) {

@@ -49,7 +49,7 @@ void list(std::wostringstream& out, const wchar_t* label, const std::vector<KtDb
 }
 
 bool isUnappended(KtDbObjectId id) {
-    return ObjectStore::instance().find(id)->unappended != 0;
+    return ObjectStore::instance().find(id)->unappended;
 }
 
 void dumpRecord(std::wostringstream& out, const BlockTableRecord& record) {
@@ -75,12 +75,12 @@ void dumpXData(std::wostringstream& out, const DatabaseContents& contents, KtDbO
 }
 
 void dumpObject(std::wostringstream& out, const DatabaseContents& contents, KtDbObjectId id,
-                const Stub& stub) {
-    out << id.asUnsigned() << L' ' << classOf(stub.kind)->name() << L" of " << stub.owner.asUnsigned()
-        << (stub.unappended != 0 ? L" unappended"
-            : stub.erased != 0   ? L" erased"
-                                 : L"");
-    if (const std::optional<ObjectState> state = stateOf(stub)) {
+                ObjectHead& head) {
+    out << id.asUnsigned() << L' ' << classOf(head.kind)->name() << L" of " << head.owner.asUnsigned()
+        << (head.unappended ? L" unappended"
+            : head.erased   ? L" erased"
+                            : L"");
+    if (const std::optional<ObjectState> state = stateOf(head)) {
         std::visit(Line(out), *state);
     }
     if (const auto* record = peek<BlockTableRecord>(id)) {

@@ -24,14 +24,14 @@ Orbx::ErrorStatus refusalToName(const BlockTableRecord& record) {
 } // namespace
 
 Orbx::ErrorStatus refusalToRestore(KtDbObjectId id) {
-    const Stub& stub = *ObjectStore::instance().find(id);
-    if (stub.unappended != 0) {
+    const ObjectHead& head = *ObjectStore::instance().find(id);
+    if (head.unappended) {
         return Orbx::eNotInDatabase;
     }
-    if (stub.erased == 0) {
+    if (!head.erased) {
         return Orbx::eOk;
     }
-    if (stub.owner.isEffectivelyErased()) {
+    if (head.owner.isEffectivelyErased()) {
         return Orbx::eWasErased;
     }
     if (const auto* record = peek<BlockTableRecord>(id)) {
@@ -39,22 +39,22 @@ Orbx::ErrorStatus refusalToRestore(KtDbObjectId id) {
     }
     Orbx::ErrorStatus refusal = Orbx::eOk;
     withReference(id, [&](const auto& reference) {
-        refusal = refusalToPlaceAgain(reference.blockTableRecord(), stub.owner);
+        refusal = refusalToPlaceAgain(reference.blockTableRecord(), head.owner);
     });
     return refusal;
 }
 
 Orbx::ErrorStatus changeErased(KtDbObjectId id, bool erasing) {
-    const Stub& stub = *ObjectStore::instance().find(id);
-    if (!stub.writing) {
+    const ObjectHead& head = *ObjectStore::instance().find(id);
+    if (!head.writing) {
         return Orbx::eNotOpenForWrite;
     }
-    if (erasing && stub.erased != 0) {
+    if (erasing && head.erased) {
         return Orbx::eWasErased;
     }
     if (!erasing) {
         const Orbx::ErrorStatus refusal = refusalToRestore(id);
-        if (refusal != Orbx::eOk || stub.erased == 0) {
+        if (refusal != Orbx::eOk || !head.erased) {
             return refusal;
         }
     }

@@ -31,10 +31,10 @@ Orbx::ErrorStatus openGraph(KtDbEvalGraph*& graph, const KtDbObject* object, con
     if (id.isNull()) {
         return Orbx::eKeyNotFound;
     }
-    Stub& stub = *ObjectStore::instance().find(id);
-    const Orbx::ErrorStatus refusal = refusalToOpen(stub, mode);
+    ObjectHead& head = *ObjectStore::instance().find(id);
+    const Orbx::ErrorStatus refusal = refusalToOpen(head, mode);
     if (refusal == Orbx::eOk) {
-        beginOpening(stub, mode);
+        beginOpening(head, mode);
         graph = peek<EvalGraph>(id);
     }
     return refusal;

@@ -43,7 +43,7 @@ Orbx::ErrorStatus appendDependent(DatabaseContents& contents, std::wstring_view 
     state.source = drawing;
     state.dependent = true;
     KtDbObjectId id;
-    return appendRecord(contents, std::make_unique<BlockTableRecord>(std::move(state)), id);
+    return appendRecord(contents, std::move(state), false, id);
 }
 
 Orbx::ErrorStatus appendDependents(DatabaseContents& contents, std::wstring_view name,
@@ -180,7 +180,7 @@ Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, cons
     const std::shared_ptr<ExternalDrawing> drawing = state.drawing;
     status = refusalOfNames(contents, name, *drawing->database);
     if (status == Orbx::eOk) {
-        status = appendRecord(contents, std::make_unique<BlockTableRecord>(std::move(state)), record);
+        status = appendRecord(contents, std::move(state), false, record);
     }
     return status == Orbx::eOk ? appendDependents(contents, name, drawing) : status;
 }

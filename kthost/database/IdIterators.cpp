@@ -1,7 +1,6 @@
 #include "kthost/database/IdIterators.h"
 
 #include "kthost/database/DatabaseTrace.h"
-#include "kthost/database/IdRun.h"
 #include "kthost/database/ReferenceCalls.h"
 #include "kthost/database/ReleasedIds.h"
 
@@ -23,7 +22,7 @@ void EntityIterator::settle() {
 }
 
 bool AttributeIterator::done() const {
-    return place_ >= attributes_->size();
+    return place_ >= attributes_.size();
 }
 
 void AttributeIterator::step() {
@@ -34,16 +33,17 @@ void AttributeIterator::step() {
 }
 
 KtDbObjectId AttributeIterator::objectId() const {
-    return done() ? KtDbObjectId() : (*attributes_)[place_];
+    return done() ? KtDbObjectId() : attributes_[place_];
 }
 
 void AttributeIterator::settle() {
-    while (!done() && isReleased((*attributes_)[place_])) {
+    while (!done() && isReleased(attributes_[place_])) {
         ++place_;
     }
 }
 
-KtDbObjectIterator* newAttributeIterator(KtDbObjectId reference, const IdRun& attributes) {
+KtDbObjectIterator* newAttributeIterator(const AttributeList& attributes) {
+    const KtDbObjectId reference = attributes.reference;
     if (beginCall(HostCall::attributeIterator, "attributeIterator", reference) != Orbx::eOk) {
         return nullptr;
     }

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "kthost/database/Placement.h"
+
 #include <KtDbObjectIterator.h>
 
 #include <vector>
 
 namespace kthost {
-
-class IdRun;
 
 /// Living entities of a record, by place: what is appended meanwhile is met too.
 class EntityIterator final : public KtDbObjectIterator {
@@ -29,7 +29,7 @@ private:
 /// Attributes of a reference, erased ones too, by place.
 class AttributeIterator final : public KtDbObjectIterator {
 public:
-    explicit AttributeIterator(const IdRun& attributes) : attributes_(&attributes) { settle(); }
+    explicit AttributeIterator(AttributeList attributes) : attributes_(attributes) { settle(); }
 
     bool done() const override;
     void step() override;
@@ -38,7 +38,7 @@ public:
 private:
     void settle();
 
-    const IdRun* attributes_; // the reference's own
+    AttributeList attributes_;
     std::size_t place_ = 0;
 };
 

@@ -3,25 +3,27 @@
 #include "kthost/database/Database.h"
 #include "kthost/database/ObjectStore.h"
 
+using kthost::ObjectHead;
 using kthost::ObjectStore;
-using kthost::Stub;
 
 bool KtDbObjectId::isValid() const {
     return ObjectStore::instance().isValid(*this);
 }
 
 bool KtDbObjectId::isErased() const {
-    const Stub* stub = ObjectStore::instance().find(*this);
-    return stub == nullptr ? isValid() : stub->erased != 0;
+    const ObjectHead* head = ObjectStore::instance().find(*this);
+    return head == nullptr ? isValid() : head->erased;
 }
 
 bool KtDbObjectId::isEffectivelyErased() const {
-    KtDbObjectId id = *this;
-    while (!id.isNull() && !id.isErased()) {
-        const Stub* stub = ObjectStore::instance().find(id);
-        id = stub == nullptr ? KtDbObjectId() : stub->owner;
+    const ObjectHead* head = ObjectStore::instance().find(*this);
+    if (head == nullptr) {
+        return isValid();
     }
-    return !id.isNull();
+    while (head != nullptr && !head->erased) {
+        head = head->owner.isNull() ? nullptr : ObjectStore::instance().find(head->owner);
+    }
+    return head != nullptr;
 }
 
 KtDbDatabase* KtDbObjectId::database() const {

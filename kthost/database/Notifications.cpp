@@ -21,8 +21,8 @@ public:
 
     ~NotifyOpening() {
         // The reactor may have ended more openings than it began.
-        if (Stub* stub = ObjectStore::instance().find(id_); stub != nullptr && stub->notifiers != 0) {
-            --stub->notifiers;
+        if (ObjectHead* head = ObjectStore::instance().find(id_); head != nullptr && head->notifiers != 0) {
+            --head->notifiers;
         }
     }
 
@@ -41,11 +41,11 @@ void traceNotification(const char* name, KtDbObjectId id, KtDbObjectId other, Kt
 
 /// Null when the object has no reactors.
 ReactorSlot* reactorsOf(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || stub->object == nullptr || headOf(*stub).reactors.isEmpty()) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || head->object() == nullptr || head->reactors.isEmpty()) {
         return nullptr;
     }
-    return &headOf(*stub).reactors;
+    return &head->reactors;
 }
 
 template <typename Call>
@@ -62,19 +62,19 @@ template <typename Call>
 void notify(const char* name, KtDbObjectId id, KtDbObjectId other, Call call) {
     if (ReactorSlot* reactors = reactorsOf(id)) {
         const NotifyOpening opening(id);
-        const KtDbObject* object = ObjectStore::instance().find(id)->object;
+        const KtDbObject* object = ObjectStore::instance().find(id)->object();
         send(name, id, other, *reactors, [&](KtDbObjectReactor& reactor) { call(reactor, object); });
     }
 }
 
 KtDbObject* objectOf(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    return stub == nullptr ? nullptr : stub->object;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    return head == nullptr ? nullptr : head->object();
 }
 
 KtDbObjectId ownerOfObject(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    return stub == nullptr ? KtDbObjectId() : stub->owner;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    return head == nullptr ? KtDbObjectId() : head->owner;
 }
 
 } // namespace

@@ -15,9 +15,9 @@ inline constexpr bool kIsReferenceKind<Table> = true;
 /// The object behind an id, without opening it; null when it is released or of another class.
 template <class T>
 T* peek(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    const bool fits = stub != nullptr && stub->object != nullptr && stub->kind == kKindOf<T>;
-    return fits ? static_cast<T*>(stub->object) : nullptr;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    const bool fits = head != nullptr && head->object() != nullptr && head->kind == kKindOf<T>;
+    return fits ? static_cast<T*>(head->object()) : nullptr;
 }
 
 /// Calls `call(reference)` with the block reference or table behind the id; false when it is neither.

@@ -18,16 +18,16 @@ Orbx::ErrorStatus refusalToWatch(const ObjectHead& head, KtDbObjectReactor* reac
     if (reactor == nullptr) {
         return Orbx::eInvalidInput;
     }
-    if (head.id.isNull()) {
+    if (!head.stored) {
         return Orbx::eNotInDatabase;
     }
-    return ObjectStore::instance().find(head.id)->isOpen() ? Orbx::eOk : Orbx::eNotOpen;
+    return head.isOpen() ? Orbx::eOk : Orbx::eNotOpen;
 }
 
-Orbx::ErrorStatus traceReactor(const char* event, KtDbObjectId id, KtDbObjectReactor* reactor,
+Orbx::ErrorStatus traceReactor(const char* event, const ObjectHead& head, KtDbObjectReactor* reactor,
                                Orbx::ErrorStatus status) {
     if (tracing()) {
-        TraceLine(event).field("id", id).address("reactor", reactor).field("status", status);
+        TraceLine(event).field("id", head.id()).address("reactor", reactor).field("status", status);
     }
     return status;
 }
@@ -53,11 +53,11 @@ KtDbDatabase* databaseOfObject(KtDbObjectId id) {
     return ObjectStore::instance().databaseOf(id);
 }
 
-Orbx::ErrorStatus closeObject(KtDbObjectId id) {
+Orbx::ErrorStatus closeObject(ObjectHead& head) {
     if (tracing()) {
-        TraceLine("close").field("id", id); // before what closing sends
+        TraceLine("close").field("id", head.id()); // before what closing sends
     }
-    return id.isNull() ? Orbx::eNotInDatabase : endOpening(id);
+    return head.stored ? endOpening(head) : Orbx::eNotInDatabase;
 }
 
 Orbx::ErrorStatus eraseObject(KtDbObjectId id, bool erasing) {
@@ -71,7 +71,7 @@ Orbx::ErrorStatus addReactorTo(ObjectHead& head, KtDbObjectReactor* reactor) {
     if (status == Orbx::eOk) {
         head.reactors.add(reactor);
     }
-    return traceReactor("addReactor", head.id, reactor, status);
+    return traceReactor("addReactor", head, reactor, status);
 }
 
 Orbx::ErrorStatus removeReactorFrom(ObjectHead& head, KtDbObjectReactor* reactor) {
@@ -80,7 +80,7 @@ Orbx::ErrorStatus removeReactorFrom(ObjectHead& head, KtDbObjectReactor* reactor
     if (status == Orbx::eOk && !head.reactors.remove(reactor)) {
         status = Orbx::eKeyNotFound;
     }
-    return traceReactor("removeReactor", head.id, reactor, status);
+    return traceReactor("removeReactor", head, reactor, status);
 }
 
 Orbx::ErrorStatus getXDataOf(KtDbObjectId id, const wchar_t* application, KtArray<KtDbXDataItem>& items) {

@@ -12,7 +12,7 @@ struct ObjectHead;
 
 /// The operations that all objects share, behind the virtual functions of each.
 KtDbDatabase* databaseOfObject(KtDbObjectId id);
-Orbx::ErrorStatus closeObject(KtDbObjectId id);
+Orbx::ErrorStatus closeObject(ObjectHead& head);
 Orbx::ErrorStatus eraseObject(KtDbObjectId id, bool erasing);
 Orbx::ErrorStatus addReactorTo(ObjectHead& head, KtDbObjectReactor* reactor);
 Orbx::ErrorStatus removeReactorFrom(ObjectHead& head, KtDbObjectReactor* reactor);

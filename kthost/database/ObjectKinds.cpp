@@ -7,22 +7,22 @@ namespace kthost {
 namespace {
 
 template <typename Call>
-decltype(auto) withObject(const Stub& stub, Call call) {
-    switch (stub.kind) {
+decltype(auto) withObject(ObjectHead& head, Call call) {
+    switch (head.kind) {
     case ObjectKind::blockTable:
-        return call(static_cast<BlockTable&>(*stub.object));
+        return call(static_cast<BlockTable&>(*head.object()));
     case ObjectKind::blockTableRecord:
-        return call(static_cast<BlockTableRecord&>(*stub.object));
+        return call(static_cast<BlockTableRecord&>(*head.object()));
     case ObjectKind::blockReference:
-        return call(static_cast<BlockReference&>(*stub.object));
+        return call(static_cast<BlockReference&>(*head.object()));
     case ObjectKind::table:
-        return call(static_cast<Table&>(*stub.object));
+        return call(static_cast<Table&>(*head.object()));
     case ObjectKind::attribute:
-        return call(static_cast<Attribute&>(*stub.object));
+        return call(static_cast<Attribute&>(*head.object()));
     case ObjectKind::evalGraph:
         break;
     }
-    return call(static_cast<EvalGraph&>(*stub.object));
+    return call(static_cast<EvalGraph&>(*head.object()));
 }
 
 } // namespace
@@ -34,12 +34,8 @@ const KtRxClass* classOf(ObjectKind kind) {
     return classes[static_cast<std::size_t>(kind)];
 }
 
-ObjectHead& headOf(const Stub& stub) {
-    return withObject(stub, [](auto& object) -> ObjectHead& { return object.head(); });
-}
-
-std::optional<ObjectState> stateOf(const Stub& stub) {
-    return withObject(stub, [](auto& object) -> std::optional<ObjectState> {
+std::optional<ObjectState> stateOf(ObjectHead& head) {
+    return withObject(head, [](auto& object) -> std::optional<ObjectState> {
         if constexpr (requires { object.state(); }) {
             return object.state();
         } else {
@@ -48,8 +44,8 @@ std::optional<ObjectState> stateOf(const Stub& stub) {
     });
 }
 
-void exchangeState(const Stub& stub, ObjectState& state) {
-    withObject(stub, [&state](auto& object) {
+void exchangeState(ObjectHead& head, ObjectState& state) {
+    withObject(head, [&state](auto& object) {
         if constexpr (requires { object.exchangeState(state); }) {
             object.exchangeState(state);
         }

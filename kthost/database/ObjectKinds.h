@@ -28,11 +28,9 @@ inline constexpr ObjectKind kKindOf<EvalGraph> = ObjectKind::evalGraph;
 /// Run-time class of the objects of a kind.
 const KtRxClass* classOf(ObjectKind kind);
 
-/// The stub has an object.
-ObjectHead& headOf(const Stub& stub);
-/// Nothing for kinds of which undo keeps no state.
-std::optional<ObjectState> stateOf(const Stub& stub);
+/// Nothing for kinds of which undo keeps no state. The object must not be released.
+std::optional<ObjectState> stateOf(ObjectHead& head);
 /// The state is one that was taken from an object of the same kind.
-void exchangeState(const Stub& stub, ObjectState& state);
+void exchangeState(ObjectHead& head, ObjectState& state);
 
 } // namespace kthost

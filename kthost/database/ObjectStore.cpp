@@ -1,11 +1,11 @@
 #include "kthost/database/ObjectStore.h"
 
+#include <algorithm>
+#include <new>
+
 namespace kthost {
 
-ObjectStore& ObjectStore::instance() {
-    static ObjectStore store;
-    return store;
-}
+ObjectStore ObjectStore::instance_;
 
 std::uint32_t ObjectStore::addDatabase(Database& database) {
     slots_.push_back({&database, 0, {}});
@@ -14,45 +14,51 @@ std::uint32_t ObjectStore::addDatabase(Database& database) {
 
 void ObjectStore::removeDatabase(std::uint32_t slot) {
     for (const std::uint32_t block : slots_[slot].blocks) {
-        blocks_[block].stubs.reset();
+        blocks_[block].slots.reset();
     }
     slots_[slot] = {};
 }
 
-void ObjectStore::addBlock(std::uint32_t slot) {
+/// Room that nothing lies in yet. It stays the next until something is entered.
+ObjectSlot& ObjectStore::nextSlot(std::uint32_t slot) {
     Slot& database = slots_[slot];
-    database.blocks.push_back(static_cast<std::uint32_t>(blocks_.size()));
-    blocks_.push_back({std::make_unique<Stub[]>(kBlockSize), database.handles + 1, slot, 0, 0});
+    if (database.handles == database.blocks.size() * kBlockSize) {
+        const auto number = static_cast<std::uint32_t>(blocks_.size());
+        auto slots = std::make_unique_for_overwrite<ObjectSlot[]>(1 + kBlockSize); // most is not touched soon
+        ::new (static_cast<void*>(&slots[0])) BlockStart{KtDbObjectId(kFirst + number * kBlockSize)};
+        blocks_.push_back({std::move(slots), database.handles + 1, slot, 0, 0});
+        database.blocks.push_back(number);
+    }
+    Block& block = blocks_[database.blocks.back()];
+    return block.slots[std::size_t{1} + block.used];
 }
 
-KtDbObjectId ObjectStore::add(std::uint32_t slot, const Stub& stub) {
+KtDbObjectId ObjectStore::enter(std::uint32_t slot, ObjectHead& head) {
     Slot& database = slots_[slot];
-    if (database.handles % kBlockSize == 0) {
-        addBlock(slot);
-    }
-    const std::uint64_t number = database.blocks.back();
-    Block& block = blocks_[number];
-    block.stubs[block.used] = stub;
+    head.place = blocks_[database.blocks.back()].used++;
+    head.stored = true;
     ++database.handles;
-    return KtDbObjectId(kFirst + number * kBlockSize + block.used++);
+    return head.id();
 }
 
 void ObjectStore::release(KtDbObjectId id) {
-    Block& block = blocks_[(id.asUnsigned() - kFirst) / kBlockSize];
-    block.stubs[indexOf(id)].object = nullptr;
-    block.stubs[indexOf(id)].erased = 1;
-    if (++block.released == kBlockSize) {
-        block.stubs.reset();
+    const std::uint64_t number = (id.asUnsigned() - kFirst) / kBlockSize;
+    ObjectSlot& slot = blocks_[number].slots[1 + indexOf(id)];
+    ObjectHead& head = *headIn(slot);
+    KtDbObject* object = head.object();
+    const KtDbObjectId owner = head.owner;
+    head.released = true; // first: with the object may go a drawing, whose reactors hear of that
+    head.erased = true;
+    object->~KtDbObject();
+    std::fill(std::begin(slot.bytes), std::end(slot.bytes),
+              std::byte{}); // whoever still calls it will notice
+    auto* left = ::new (static_cast<void*>(&head)) ObjectHead;
+    left->owner = owner;
+    left->erased = true;
+    left->released = true;
+    if (++blocks_[number].released == kBlockSize) {
+        blocks_[number].slots.reset();
     }
-}
-
-bool ObjectStore::isValid(KtDbObjectId id) const {
-    return blockOf(id) != nullptr;
-}
-
-Database* ObjectStore::databaseOf(KtDbObjectId id) const {
-    const Block* block = blockOf(id);
-    return block == nullptr ? nullptr : slots_[block->slot].database;
 }
 
 std::uint64_t ObjectStore::handleOf(KtDbObjectId id) const {

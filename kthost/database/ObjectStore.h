@@ -1,70 +1,49 @@
 #pragma once
 
-#include <KtDbObject.h>
+#include "kthost/database/ObjectHead.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace kthost {
 
 class Database;
 
-enum class ObjectKind : std::uint8_t {
-    blockTable,
-    blockTableRecord,
-    blockReference,
-    table,
-    attribute,
-    evalGraph
-};
-
-/// What the host keeps about an object apart from the object. There are as many as objects, so every byte
-/// counts.
-struct Stub {
-    KtDbObject* object = nullptr; ///< owned by the database; null once released
-    KtDbObjectId owner;
-    std::uint16_t openings =
-        0; ///< the latest 16, a bit each, the lowest the latest: 1 for notify, 0 for others
-    std::uint16_t notifiers = 0;
-    std::uint8_t readers = 0;
-    ObjectKind kind = ObjectKind::blockTable;
-    bool writing = false;
-    std::uint8_t erased : 1 = 0;
-    std::uint8_t unappended : 1 = 0; ///< its appending is undone
-
-    bool isOpen() const { return writing || readers != 0 || notifiers != 0; }
-};
-
-static_assert(sizeof(void*) != 8 || sizeof(Stub) == 24);
-
-/// Hands out the ids of the process and finds the stub behind one in constant time. Ids are handed out in
-/// blocks that belong to one database each, ascending within it, so that the memory of a closed drawing, or
-/// of a block whose objects are all released, can be given back while its ids stay known.
+/// Hands out the ids of the process and finds the object behind one in constant time: the id says which block
+/// of slots, and which slot of it. Ids are handed out in blocks that belong to one database each, ascending
+/// within it, so that the memory of a closed drawing, or of a block whose objects are all released, can be
+/// given back while its ids stay known. Objects lie in the order in which they were made and never move.
 class ObjectStore {
 public:
-    static ObjectStore& instance();
+    static ObjectStore& instance() { return instance_; }
 
     std::uint32_t addDatabase(Database& database);
-    /// Forgets the stubs of the database, too. Its objects must be released.
+    /// Forgets what is left of its objects, too. They must be released.
     void removeDatabase(std::uint32_t slot);
 
-    KtDbObjectId add(std::uint32_t slot, const Stub& stub);
-    /// The object has been deleted.
+    /// Makes an object in the next slot.
+    template <class T, class... Arguments>
+    KtDbObjectId add(std::uint32_t slot, ObjectKind kind, KtDbObjectId owner, Arguments&&... arguments);
+    /// Destroys the object.
     void release(KtDbObjectId id);
 
-    bool isValid(KtDbObjectId id) const;
+    bool isValid(KtDbObjectId id) const { return blockOf(id) != nullptr; }
 
     /// Null for an id that is not valid, and once nothing is left to know about it but that it was released.
-    Stub* find(KtDbObjectId id) const {
+    ObjectHead* find(KtDbObjectId id) const {
         const Block* block = blockOf(id);
-        return block == nullptr || block->stubs == nullptr ? nullptr : &block->stubs[indexOf(id)];
+        return block == nullptr || block->slots == nullptr ? nullptr : headIn(block->slots[1 + indexOf(id)]);
     }
 
     /// Null for an id that is not valid and once the database is closed.
-    Database* databaseOf(KtDbObjectId id) const;
+    Database* databaseOf(KtDbObjectId id) const {
+        const Block* block = blockOf(id);
+        return block == nullptr ? nullptr : slots_[block->slot].database;
+    }
+
     /// 0 for the same.
     std::uint64_t handleOf(KtDbObjectId id) const;
     /// Null when the handle was never handed out in that database.
@@ -83,7 +62,7 @@ private:
     static constexpr std::size_t kBlockSize = 4096;
 
     struct Block {
-        std::unique_ptr<Stub[]> stubs;
+        std::unique_ptr<ObjectSlot[]> slots; // one more in front, which says what the first id is
         std::uint64_t firstHandle = 0;
         std::uint32_t slot = 0;
         std::uint16_t used = 0;
@@ -105,10 +84,23 @@ private:
                                                                                     : nullptr;
     }
 
-    void addBlock(std::uint32_t slot);
+    ObjectSlot& nextSlot(std::uint32_t slot);
+    KtDbObjectId enter(std::uint32_t slot, ObjectHead& head);
+
+    static ObjectStore instance_;
 
     std::vector<Block> blocks_;
     std::vector<Slot> slots_;
 };
+
+template <class T, class... Arguments>
+KtDbObjectId ObjectStore::add(std::uint32_t slot, ObjectKind kind, KtDbObjectId owner,
+                              Arguments&&... arguments) {
+    static_assert(sizeof(T) <= sizeof(ObjectSlot), "what does not fit lies elsewhere, with a pointer to it");
+    const T* object = ::new (static_cast<void*>(&nextSlot(slot))) T(std::forward<Arguments>(arguments)...);
+    object->head().owner = owner;
+    object->head().kind = kind;
+    return enter(slot, object->head());
+}
 
 } // namespace kthost

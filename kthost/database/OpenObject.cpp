@@ -10,21 +10,21 @@ namespace kthost {
 
 namespace {
 
-Orbx::ErrorStatus refusalToReach(KtDbObjectId id, const Stub* stub, bool openErased) {
+Orbx::ErrorStatus refusalToReach(KtDbObjectId id, ObjectHead* head, bool openErased) {
     if (id.isNull()) {
         return Orbx::eNullObjectId;
     }
-    if (stub == nullptr) {
+    if (head == nullptr) {
         return id.isValid() ? Orbx::eObjectReleased : Orbx::eInvalidObjectId;
     }
-    if (stub->object == nullptr) {
+    if (head->object() == nullptr) {
         return Orbx::eObjectReleased;
     }
-    return stub->erased != 0 && !openErased ? Orbx::eWasErased : Orbx::eOk;
+    return head->erased && !openErased ? Orbx::eWasErased : Orbx::eOk;
 }
 
-bool isOfClass(const Stub& stub, const KtRxClass* description) {
-    const KtRxClass* own = classOf(stub.kind);
+bool isOfClass(const ObjectHead& head, const KtRxClass* description) {
+    const KtRxClass* own = classOf(head.kind);
     return own == description || own->isDerivedFrom(description);
 }
 
@@ -33,18 +33,18 @@ Orbx::ErrorStatus open(KtDbObject*& object, KtDbObjectId id, const KtRxClass* de
     if (const Orbx::ErrorStatus fault = Faults::instance().next(HostCall::openObject); fault != Orbx::eOk) {
         return fault;
     }
-    Stub* stub = ObjectStore::instance().find(id);
-    if (const Orbx::ErrorStatus refusal = refusalToReach(id, stub, openErased); refusal != Orbx::eOk) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (const Orbx::ErrorStatus refusal = refusalToReach(id, head, openErased); refusal != Orbx::eOk) {
         return refusal;
     }
-    if (description == nullptr || !isOfClass(*stub, description)) {
+    if (description == nullptr || !isOfClass(*head, description)) {
         return Orbx::eNotThatKindOfClass;
     }
-    if (const Orbx::ErrorStatus refusal = refusalToOpen(*stub, mode); refusal != Orbx::eOk) {
+    if (const Orbx::ErrorStatus refusal = refusalToOpen(*head, mode); refusal != Orbx::eOk) {
         return refusal;
     }
-    beginOpening(*stub, mode);
-    object = stub->object;
+    beginOpening(*head, mode);
+    object = head->object();
     return Orbx::eOk;
 }
 

@@ -39,15 +39,15 @@ void sortById(std::vector<Finding>& findings) {
 
 std::vector<OpenObject> openObjects() {
     std::vector<OpenObject> found;
-    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const Stub& stub) {
+    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const ObjectHead& head) {
         const auto add = [&](KtDb::OpenMode mode, std::uint32_t count) {
             if (count != 0) {
-                found.push_back({id, classOf(stub.kind)->name(), handle, mode, count});
+                found.push_back({id, classOf(head.kind)->name(), handle, mode, count});
             }
         };
-        add(KtDb::kForRead, stub.readers);
-        add(KtDb::kForWrite, stub.writing ? 1 : 0);
-        add(KtDb::kForNotify, stub.notifiers);
+        add(KtDb::kForRead, head.readers);
+        add(KtDb::kForWrite, head.writing ? 1 : 0);
+        add(KtDb::kForNotify, head.notifiers);
     });
     sortById(found);
     return found;
@@ -55,9 +55,9 @@ std::vector<OpenObject> openObjects() {
 
 std::vector<AttachedReactor> attachedReactors() {
     std::vector<AttachedReactor> found;
-    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const Stub& stub) {
-        for (KtDbObjectReactor* reactor : headOf(stub).reactors.reactors()) {
-            found.push_back({id, classOf(stub.kind)->name(), handle, reactor, notedVirtualTable(reactor)});
+    forEachObject([&found](KtDbObjectId id, std::uint64_t handle, const ObjectHead& head) {
+        for (KtDbObjectReactor* reactor : head.reactors.reactors()) {
+            found.push_back({id, classOf(head.kind)->name(), handle, reactor, notedVirtualTable(reactor)});
         }
     });
     sortById(found);

@@ -11,21 +11,21 @@ namespace kthost {
 
 namespace {
 
-Orbx::ErrorStatus refusalToWrite(const Stub& stub) {
-    if (stub.writing) {
+Orbx::ErrorStatus refusalToWrite(const ObjectHead& head) {
+    if (head.writing) {
         return Orbx::eWasOpenForWrite;
     }
-    if (stub.readers != 0) {
+    if (head.readers != 0) {
         return Orbx::eWasOpenForRead;
     }
-    return stub.notifiers != 0 ? Orbx::eWasOpenForNotify : Orbx::eOk;
+    return head.notifiers != 0 ? Orbx::eWasOpenForNotify : Orbx::eOk;
 }
 
-Orbx::ErrorStatus refusalToRead(const Stub& stub) {
-    if (stub.writing) {
+Orbx::ErrorStatus refusalToRead(const ObjectHead& head) {
+    if (head.writing) {
         return Orbx::eWasOpenForWrite;
     }
-    return stub.readers == std::numeric_limits<std::uint8_t>::max() ? Orbx::eTooManyReaders : Orbx::eOk;
+    return head.readers == std::numeric_limits<std::uint8_t>::max() ? Orbx::eTooManyReaders : Orbx::eOk;
 }
 
 void keepForUndo(DatabaseContents& contents, KtDbObjectId id, bool erased, WriteSession session) {
@@ -53,23 +53,24 @@ void endChanges(DatabaseContents& contents, KtDbObjectId id, bool erased, WriteS
 /// The opening ends even when a reactor throws.
 class WritingEnds {
 public:
-    explicit WritingEnds(Stub& stub) : stub_(stub) {}
+    explicit WritingEnds(ObjectHead& head) : head_(head) {}
 
     WritingEnds(const WritingEnds&) = delete;
     WritingEnds& operator=(const WritingEnds&) = delete;
 
-    ~WritingEnds() { stub_.writing = false; }
+    ~WritingEnds() { head_.writing = false; }
 
 private:
-    Stub& stub_;
+    ObjectHead& head_;
 };
 
-void endWriting(KtDbObjectId id, Stub& stub) {
+void endWriting(ObjectHead& head) {
+    const KtDbObjectId id = head.id();
     {
-        const WritingEnds ends(stub);
+        const WritingEnds ends(head);
         DatabaseContents& contents = *contentsOf(id);
         if (auto session = contents.sessions.extract(id)) {
-            endChanges(contents, id, stub.erased != 0, std::move(session.mapped()));
+            endChanges(contents, id, head.erased, std::move(session.mapped()));
         }
     }
     notifyObjectClosed(id);
@@ -77,51 +78,55 @@ void endWriting(KtDbObjectId id, Stub& stub) {
 
 } // namespace
 
-Orbx::ErrorStatus refusalToOpen(const Stub& stub, KtDb::OpenMode mode) {
+Orbx::ErrorStatus refusalToOpen(const ObjectHead& head, KtDb::OpenMode mode) {
     if (mode == KtDb::kForWrite) {
-        return refusalToWrite(stub);
+        return refusalToWrite(head);
     }
     if (mode == KtDb::kForRead) {
-        return refusalToRead(stub);
+        return refusalToRead(head);
     }
-    const bool full = stub.notifiers == std::numeric_limits<std::uint16_t>::max();
+    const bool full = head.notifiers == std::numeric_limits<std::uint16_t>::max();
     return full ? Orbx::eTooManyReaders : Orbx::eOk;
 }
 
-void beginOpening(Stub& stub, KtDb::OpenMode mode) {
+void beginOpening(ObjectHead& head, KtDb::OpenMode mode) {
     const bool forNotify = mode == KtDb::kForNotify;
-    stub.openings = static_cast<std::uint16_t>((std::uint32_t{stub.openings} << 1U) | (forNotify ? 1U : 0U));
+    head.openings = static_cast<std::uint16_t>((std::uint32_t{head.openings} << 1U) | (forNotify ? 1U : 0U));
     if (forNotify) {
-        ++stub.notifiers;
+        ++head.notifiers;
     } else if (mode == KtDb::kForRead) {
-        ++stub.readers;
+        ++head.readers;
     } else {
-        stub.writing = true;
+        head.writing = true;
     }
 }
 
-KtDb::OpenMode latestMode(const Stub& stub) {
-    const KtDb::OpenMode other = stub.writing ? KtDb::kForWrite : KtDb::kForRead;
-    const bool noOther = !stub.writing && stub.readers == 0;
+KtDb::OpenMode latestMode(const ObjectHead& head) {
+    const KtDb::OpenMode other = head.writing ? KtDb::kForWrite : KtDb::kForRead;
+    const bool noOther = !head.writing && head.readers == 0;
     // Older openings than the last 16 are taken for one or the other, whichever there is.
-    return noOther || ((stub.openings & 1U) != 0 && stub.notifiers != 0) ? KtDb::kForNotify : other;
+    return noOther || ((head.openings & 1U) != 0 && head.notifiers != 0) ? KtDb::kForNotify : other;
+}
+
+Orbx::ErrorStatus endOpening(ObjectHead& head) {
+    if (!head.isOpen()) {
+        return Orbx::eNotOpen;
+    }
+    const KtDb::OpenMode mode = latestMode(head);
+    head.openings = static_cast<std::uint16_t>(std::uint32_t{head.openings} >> 1U);
+    if (mode == KtDb::kForNotify) {
+        --head.notifiers;
+    } else if (mode == KtDb::kForRead) {
+        --head.readers;
+    } else {
+        endWriting(head);
+    }
+    return Orbx::eOk;
 }
 
 Orbx::ErrorStatus endOpening(KtDbObjectId id) {
-    Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || !stub->isOpen()) {
-        return Orbx::eNotOpen;
-    }
-    const KtDb::OpenMode mode = latestMode(*stub);
-    stub->openings = static_cast<std::uint16_t>(std::uint32_t{stub->openings} >> 1U);
-    if (mode == KtDb::kForNotify) {
-        --stub->notifiers;
-    } else if (mode == KtDb::kForRead) {
-        --stub->readers;
-    } else {
-        endWriting(id, *stub);
-    }
-    return Orbx::eOk;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    return head == nullptr ? Orbx::eNotOpen : endOpening(*head);
 }
 
 } // namespace kthost

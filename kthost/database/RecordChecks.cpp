@@ -15,14 +15,14 @@ Orbx::ErrorStatus refusalOfObject(const DatabaseContents& contents, KtDbObjectId
     if (id.isNull()) {
         return Orbx::eNullObjectId;
     }
-    const Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || stub->object == nullptr) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || head->object() == nullptr) {
         return id.isValid() ? Orbx::eObjectReleased : Orbx::eInvalidObjectId;
     }
     if (!belongsTo(contents, id)) {
         return Orbx::eWrongDatabase;
     }
-    return stub->erased != 0 && !openErased ? Orbx::eWasErased : Orbx::eOk;
+    return head->erased && !openErased ? Orbx::eWasErased : Orbx::eOk;
 }
 
 } // namespace

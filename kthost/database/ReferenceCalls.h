@@ -1,13 +1,12 @@
 #pragma once
 
-#include <KtDbObjectId.h>
 #include <KtDbObjectIterator.h>
 
 namespace kthost {
 
-class IdRun;
+struct AttributeList;
 
 /// Behind the virtual functions of references; null when there is no attribute.
-KtDbObjectIterator* newAttributeIterator(KtDbObjectId reference, const IdRun& attributes);
+KtDbObjectIterator* newAttributeIterator(const AttributeList& attributes);
 
 } // namespace kthost

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "kthost/database/Changes.h"
 #include "kthost/database/DatabaseObject.h"
-#include "kthost/database/IdRun.h"
-#include "kthost/database/ObjectState.h"
+#include "kthost/database/Placement.h"
 #include "kthost/database/ReferenceCalls.h"
 
 #include <KtDbBlockReference.h>
@@ -14,38 +12,20 @@ namespace kthost {
 template <class Interface>
 class ReferenceObject : public DatabaseObject<Interface> {
 public:
-    ReferenceObject(KtDbObjectId definition, const KtGePoint3d& position)
-        : definition_(definition),
-          position_(position) {}
+    explicit ReferenceObject(KtDbObjectId definition) : placement_(definition) {}
 
-    KtDbObjectId blockTableRecord() const final { return definition_; }
+    KtDbObjectId blockTableRecord() const final { return placement_.definition(); }
 
-    KtGePoint3d position() const final { return position_; }
+    KtDbObjectIterator* attributeIterator() const final { return newAttributeIterator(attributes()); }
 
-    KtDbObjectIterator* attributeIterator() const final {
-        return newAttributeIterator(this->objectId(), attributes_);
-    }
+    AttributeList attributes() const { return {&placement_, this->objectId()}; }
 
-    IdRun& attributes() { return attributes_; }
+    void appendAttribute(KtDbObjectId attribute) { placement_.append(this->objectId(), attribute); }
 
-    const IdRun& attributes() const { return attributes_; }
-
-    /// Has to be open for write.
-    Orbx::ErrorStatus setPosition(const KtGePoint3d& position) {
-        const Orbx::ErrorStatus status = beginStateChange(this->objectId());
-        if (status == Orbx::eOk) {
-            position_ = position;
-        }
-        return status;
-    }
-
-protected:
-    void exchangePosition(KtGePoint3d& position) { std::swap(position_, position); }
+    void dropReleasedAttributes() { placement_.dropReleased(this->objectId()); }
 
 private:
-    const KtDbObjectId definition_; // stays: another definition is another reference
-    KtGePoint3d position_;
-    IdRun attributes_;
+    Placement placement_;
 };
 
 } // namespace kthost

@@ -32,8 +32,8 @@ Orbx::ErrorStatus refusalToPlace(const DatabaseContents& contents, const NewRefe
 
 KtDbObjectId append(DatabaseContents& contents, const NewReference& reference) {
     BlockTableRecord& container = *peek<BlockTableRecord>(reference.container);
-    const KtDbObjectId id = appendReferenceTo(
-        contents, container, std::make_unique<BlockReference>(reference.definition, reference.position));
+    const KtDbObjectId id =
+        appendReferenceTo<BlockReference>(contents, container, reference.definition, reference.position);
     for (const AttributeText& attribute : reference.attributes) {
         appendAttributeTo(contents, id, attribute.tag, attribute.text);
     }

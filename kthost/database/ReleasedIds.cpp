@@ -5,8 +5,8 @@
 namespace kthost {
 
 bool isReleased(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    return stub == nullptr || stub->object == nullptr;
+    ObjectHead* head = ObjectStore::instance().find(id);
+    return head == nullptr || head->object() == nullptr;
 }
 
 void dropReleasedIds(std::vector<KtDbObjectId>& ids) {

@@ -100,15 +100,15 @@ private:
 
 /// Notes every list that holds the object's id.
 void takeOutOfLists(DatabaseContents& contents, KtDbObjectId id) {
-    const Stub& stub = *ObjectStore::instance().find(id);
-    contents.crowded.insert(stub.owner);
+    const ObjectHead& head = *ObjectStore::instance().find(id);
+    contents.crowded[head.owner].push_back(id);
     if (const auto* record = peek<BlockTableRecord>(id)) {
-        peek<BlockTable>(stub.owner)->forgetName(id, record->fields().name);
-        contents.crowded.insert(record->fields().represents);
+        peek<BlockTable>(head.owner)->forgetName(id, record->fields().name);
+        contents.crowded[record->fields().represents].push_back(id);
     }
-    withReference(id, [](const auto& reference) {
+    withReference(id, [id](const auto& reference) {
         if (auto* definition = peek<BlockTableRecord>(reference.blockTableRecord())) {
-            definition->ownReferences().touch();
+            definition->ownReferences().touch(id);
         }
     });
 }
@@ -117,30 +117,35 @@ void deleteObject(DatabaseContents& contents, KtDbObjectId id) {
     contents.xdata.erase(id);
     contents.sessions.erase(id);
     contents.erased.erase(id);
-    ObjectStore& store = ObjectStore::instance();
-    const std::unique_ptr<KtDbObject> object(store.find(id)->object); // goes last: it may own a drawing
-    store.release(id);
+    ObjectStore::instance().release(id); // last: it may own a drawing
 }
 
-void dropReleasedFrom(KtDbObjectId id) {
+/// `gone` is ascending.
+void takeOut(std::vector<KtDbObjectId>& ids, const std::vector<KtDbObjectId>& gone) {
+    std::erase_if(ids, [&gone](KtDbObjectId id) { return std::binary_search(gone.begin(), gone.end(), id); });
+}
+
+void takeOutOf(KtDbObjectId id, std::vector<KtDbObjectId> gone) {
+    std::sort(gone.begin(), gone.end());
     if (auto* table = peek<BlockTable>(id)) {
-        table->dropReleased();
+        takeOut(table->records(), gone);
     } else if (auto* record = peek<BlockTableRecord>(id)) {
-        dropReleasedIds(record->entities());
-        dropReleasedIds(record->representations());
+        takeOut(record->entities(), gone);
+        takeOut(record->representations(), gone);
         record->setGraph(isReleased(record->graph()) ? KtDbObjectId() : record->graph());
     } else {
-        withReference(id, [](auto& reference) { reference.attributes().removeIf(isReleased); });
+        withReference(id, [](auto& reference) { reference.dropReleasedAttributes(); });
     }
 }
 
 /// Lists of objects that somebody has open wait: an iterator may stand in them.
 void clearCrowded(DatabaseContents& contents) {
-    std::erase_if(contents.crowded, [](KtDbObjectId id) {
+    std::erase_if(contents.crowded, [](const auto& entry) {
+        const auto& [id, gone] = entry;
         if (!isReleased(id) && ObjectStore::instance().find(id)->isOpen()) {
             return false;
         }
-        dropReleasedFrom(id);
+        takeOutOf(id, gone);
         return true;
     });
 }

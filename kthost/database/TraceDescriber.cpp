@@ -18,11 +18,11 @@ std::wstring nameOf(KtDbObjectId id) {
 }
 
 TracedObject describe(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || stub->object == nullptr) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || head->object() == nullptr) {
         return {};
     }
-    return {classOf(stub->kind)->name(), ObjectStore::instance().handleOf(id), nameOf(id)};
+    return {classOf(head->kind)->name(), ObjectStore::instance().handleOf(id), nameOf(id)};
 }
 
 } // namespace

@@ -142,6 +142,12 @@ void UndoHistory::forgetUndone() {
 }
 
 Orbx::ErrorStatus UndoHistory::discard() {
+    std::size_t released = 0;
+    return discard(released);
+}
+
+Orbx::ErrorStatus UndoHistory::discard(std::size_t& released) {
+    released = 0;
     if (depth_ != 0 || playing_) {
         return Orbx::eNotNow;
     }
@@ -149,7 +155,7 @@ Orbx::ErrorStatus UndoHistory::discard() {
     for (UndoStep& step : std::exchange(done_, {})) {
         forget(std::move(step));
     }
-    releaseForgotten();
+    released = releaseForgotten();
     return Orbx::eOk;
 }
 
@@ -170,28 +176,29 @@ void UndoHistory::applyLimit() {
 
 /// An object may have been kept by the mention of one that it owns, so its owners are looked at with it.
 /// Those that still cannot go, because somebody has them open, are tried again the next time.
-void UndoHistory::releaseForgotten() {
+std::size_t UndoHistory::releaseForgotten() {
     dropped_.clear();
     std::vector<KtDbObjectId> candidates;
     for (KtDbObjectId id : std::exchange(forgotten_, {})) {
-        const Stub* stub = ObjectStore::instance().find(id);
-        while (stub != nullptr && stub->object != nullptr) {
-            if (stub->erased != 0 && !mentions_.contains(id)) {
+        ObjectHead* head = ObjectStore::instance().find(id);
+        while (head != nullptr && head->object() != nullptr) {
+            if (head->erased && !mentions_.contains(id)) {
                 candidates.push_back(id);
             }
-            id = stub->owner;
-            stub = ObjectStore::instance().find(id);
+            id = head->owner;
+            head = ObjectStore::instance().find(id);
         }
     }
     if (candidates.empty()) {
-        return;
+        return 0;
     }
-    releaseObjects(database_.contents(), candidates,
-                   [this](KtDbObjectId id) { return mentions_.contains(id); });
+    const std::size_t released = releaseObjects(database_.contents(), candidates,
+                                                [this](KtDbObjectId id) { return mentions_.contains(id); });
     std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(forgotten_), [](KtDbObjectId id) {
-        const Stub* stub = ObjectStore::instance().find(id);
-        return stub != nullptr && stub->object != nullptr;
+        ObjectHead* head = ObjectStore::instance().find(id);
+        return head != nullptr && head->object() != nullptr;
     });
+    return released;
 }
 
 } // namespace kthost

@@ -61,7 +61,8 @@ public:
 
     const std::wstring& redoName() const { return undone_.back().name; }
 
-    /// Forgets all steps. eNotNow while a step is open.
+    /// Forgets all steps, and counts what was released with them. eNotNow while a step is open.
+    Orbx::ErrorStatus discard(std::size_t& released);
     Orbx::ErrorStatus discard();
     /// At most this many steps are kept, the latest; unlimited at first.
     void setLimit(std::size_t steps);
@@ -78,7 +79,7 @@ private:
     void forgetUndone();
     void applyLimit();
     Orbx::ErrorStatus takeBack();
-    void releaseForgotten();
+    std::size_t releaseForgotten();
 
     Database& database_;
     std::deque<UndoStep> done_;

@@ -36,11 +36,11 @@ void changeAlone(KtDbObjectId id, Change change) {
 
 void play(AppendRecord& append, bool backwards) {
     changeWithOwner(append.id, [&append, backwards] {
-        Stub& stub = *ObjectStore::instance().find(append.id);
+        ObjectHead& head = *ObjectStore::instance().find(append.id);
         if (backwards) {
-            append.wasErased = stub.erased != 0;
+            append.wasErased = head.erased;
         }
-        stub.unappended = backwards ? 1 : 0;
+        head.unappended = backwards;
         setErased(append.id, backwards || append.wasErased);
         backwards ? notifyUnappended(append.id) : notifyReappended(append.id);
     });

@@ -6,13 +6,13 @@
 namespace kthost {
 
 Orbx::ErrorStatus refusalToWrite(KtDbObjectId id) {
-    const Stub* stub = ObjectStore::instance().find(id);
-    if (stub == nullptr || stub->object == nullptr) {
+    ObjectHead* head = ObjectStore::instance().find(id);
+    if (head == nullptr || head->object() == nullptr) {
         return id.isNull()    ? Orbx::eNullObjectId
                : id.isValid() ? Orbx::eObjectReleased
                               : Orbx::eInvalidObjectId;
     }
-    return refusalToOpen(*stub, KtDb::kForWrite);
+    return refusalToOpen(*head, KtDb::kForWrite);
 }
 
 WriteOpening::WriteOpening(KtDbObjectId id)

@@ -2,10 +2,7 @@
 
 namespace kthost {
 
-Faults& Faults::instance() {
-    static Faults faults;
-    return faults;
-}
+Faults Faults::instance_;
 
 void Faults::fail(HostCall call, std::uint64_t k, Orbx::ErrorStatus status, bool andAllAfter) {
     Switch& fault = switches_[static_cast<std::size_t>(call)];

@@ -38,7 +38,7 @@ enum class HostCall : std::uint8_t {
 
 class Faults {
 public:
-    static Faults& instance();
+    static Faults& instance() { return instance_; }
 
     /// The `k`-th call from now on (1 is the next) fails with `status`; with `andAllAfter` those behind it do
     /// too.
@@ -66,6 +66,8 @@ private:
         Orbx::ErrorStatus status = Orbx::eOk;
         bool andAllAfter = false;
     };
+
+    static Faults instance_;
 
     std::array<Switch, static_cast<std::size_t>(HostCall::kCount)> switches_{};
 };

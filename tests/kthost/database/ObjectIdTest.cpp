@@ -1,4 +1,10 @@
+#include "kthost/database/DatabaseContents.h"
+#include "kthost/database/DatabaseObject.h"
 #include "tests/kthost/database/DrawingTest.h"
+
+#include <KtDbEvalGraph.h>
+
+#include <new>
 
 namespace kthost {
 
@@ -72,6 +78,27 @@ TEST_F(ObjectId, IsFoundByHandleBeyondTheFirstThousands) {
         ASSERT_EQ(id.database(), &drawing);
     }
     EXPECT_TRUE(std::is_sorted(placed.begin(), placed.end()));
+}
+
+class Unmakeable final : public DatabaseObject<KtDbEvalGraph> {
+public:
+    Unmakeable() { throw std::bad_alloc(); }
+};
+
+TEST_F(ObjectId, IsNotSpentOnAnObjectThatCouldNotBeMade) {
+    const KtDbObjectId before = place();
+    EXPECT_THROW(makeObject<Unmakeable>(drawing.contents(), {}), std::bad_alloc);
+    EXPECT_EQ(handleOf(place()), handleOf(before) + 1);
+}
+
+TEST_F(ObjectId, IsKnownToItsObject) {
+    const KtDbObjectId reference = place({{L"Value", L"4k7"}});
+    for (const KtDbObjectId id : {drawing.blockTableId(), resistor, reference, attribute(reference)}) {
+        KtDbObject* object = open(id, KtDb::kForRead);
+        EXPECT_EQ(object->objectId(), id);
+        EXPECT_EQ(object->handle(), handleOf(id));
+        close(object);
+    }
 }
 
 TEST_F(ObjectId, StaysValidWhenAllObjectsAroundItAreReleased) {

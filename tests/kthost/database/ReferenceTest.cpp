@@ -55,6 +55,46 @@ TEST_F(Reference, KeepsAttributesInOrderWhenOthersComeBetween) {
     EXPECT_EQ(tags, L"ABC");
 }
 
+TEST_F(Reference, KeepsTheOtherAttributesWhenSomeAreReleased) {
+    const KtDbObjectId id = place({{L"A", L""}, {L"B", L""}, {L"C", L""}});
+    ASSERT_EQ(eraseAttribute(drawing, attribute(id, 0)), Orbx::eOk);
+    ASSERT_EQ(drawing.releaseErased(), 1U);
+    KtDbObjectId added;
+    ASSERT_EQ(appendAttribute(drawing, id, L"D", L"", added), Orbx::eOk);
+    std::wstring tags;
+    for (const AttributeView& view : attributesOf(id)) {
+        tags += view.tag;
+    }
+    EXPECT_EQ(tags, L"BCD");
+    EXPECT_EQ(definitionOf(id), resistor);
+}
+
+TEST_F(Reference, HasMoreAttributesThanCanBeCountedInPlace) {
+    const std::vector<AttributeText> many(40000, {L"A", L""});
+    const KtDbObjectId id = place(many);
+    const std::vector<AttributeView> views = attributesOf(id);
+    ASSERT_EQ(views.size(), many.size());
+    EXPECT_EQ(views.back().id.asUnsigned() - views.front().id.asUnsigned(), many.size() - 1);
+    EXPECT_EQ(definitionOf(id), resistor);
+}
+
+TEST_F(Reference, IsListedOnceHoweverOftenItIsErasedAndRestored) {
+    const std::vector<KtDbObjectId> placed{place(), place(), place()};
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(eraseReference(drawing, placed[1]), Orbx::eOk);
+        ASSERT_EQ(restoreReference(drawing, placed[1]), Orbx::eOk);
+    }
+    EXPECT_EQ(living(resistor), placed);
+    EXPECT_TRUE(erased(resistor).empty());
+    ASSERT_EQ(eraseReference(drawing, placed[0]), Orbx::eOk);
+    ASSERT_EQ(eraseReference(drawing, placed[2]), Orbx::eOk);
+    EXPECT_EQ(living(resistor), std::vector{placed[1]});
+    EXPECT_EQ(erased(resistor), (std::vector{placed[0], placed[2]}));
+    ASSERT_EQ(restoreReference(drawing, placed[0]), Orbx::eOk);
+    EXPECT_EQ(living(resistor), (std::vector{placed[0], placed[1]}));
+    EXPECT_EQ(erased(resistor), std::vector{placed[2]});
+}
+
 TEST_F(Reference, IsRefusedWithoutALivingDefinitionOrContainer) {
     KtDbObjectId id;
     const KtDbObjectId space = drawing.modelSpaceId();

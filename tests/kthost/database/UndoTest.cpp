@@ -304,6 +304,13 @@ TEST_F(Undo, ReleasesErasedObjectsWhenTheHistoryIsDiscarded) {
     EXPECT_EQ(history().undo(), Orbx::eNothingToUndo);
 }
 
+TEST_F(Undo, CountsWhatOnlyTheHistoryKeptAmongTheReleased) {
+    const KtDbObjectId kept = place({{L"Value", L"4k7"}});
+    ASSERT_EQ(eraseReference(drawing, place()), Orbx::eOk); // in no step
+    step([&] { EXPECT_EQ(eraseReference(drawing, kept), Orbx::eOk); });
+    EXPECT_EQ(drawing.releaseErased(), 3U); // with the attribute
+}
+
 TEST_F(Undo, IsRefusedFromInsideItsOwnNotifications) {
     const KtDbObjectId id = place();
     step([&] { EXPECT_EQ(moveReference(drawing, id, {1, 0, 0}), Orbx::eOk); });

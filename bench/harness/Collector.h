@@ -1,7 +1,6 @@
 #pragma once
 
-#include "bench/harness/Figures.h"
-#include "bench/harness/Plan.h"
+#include "bench/harness/Sample.h"
 
 #include <benchmark/benchmark.h>
 
@@ -9,23 +8,16 @@
 
 namespace bench {
 
-/// Takes the benchmark library's runs together to figures, and tells the standard error output how far it is.
+/// Takes the benchmark library's runs as samples.
 class Collector final : public benchmark::BenchmarkReporter {
 public:
-    /// The plan has to outlive this.
-    explicit Collector(const Plan& plan) : plan_(plan) {}
-
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    const Figures& figures() const { return figures_; }
+    const std::vector<Sample>& samples() const { return samples_; }
 
 private:
-    void take(const Run& run);
-    Figure& figureOf(const PlannedRun& planned);
-
-    const Plan& plan_;
-    Figures figures_;
+    std::vector<Sample> samples_;
 };
 
 } // namespace bench

@@ -1,15 +1,30 @@
 #include "bench/harness/Plan.h"
 
 #include <algorithm>
+#include <regex>
 #include <stdexcept>
 
 namespace bench {
 
-void Plan::enter() {
+void Plan::enter(std::size_t scene) const {
     for (const PlannedRun& run : runs_) {
-        const auto passes = static_cast<benchmark::IterationCount>(run.passes);
-        benchmark::RegisterBenchmark(run.name.c_str(), run.run)->Iterations(passes);
+        if (run.scene == scene) {
+            const auto passes = static_cast<benchmark::IterationCount>(run.passes);
+            benchmark::RegisterBenchmark(run.name.c_str(), run.run)->Iterations(passes);
+        }
     }
+}
+
+std::vector<std::size_t> Plan::scenesMatching(const std::string& pattern) const {
+    const std::regex expression(pattern);
+    std::vector<std::size_t> scenes;
+    for (const PlannedRun& run : runs_) {
+        const bool isNew = scenes.empty() || scenes.back() != run.scene;
+        if (isNew && std::regex_search(run.name, expression)) {
+            scenes.push_back(run.scene);
+        }
+    }
+    return scenes;
 }
 
 const PlannedRun& Plan::at(const std::string& name) const {

@@ -16,7 +16,8 @@ namespace bench {
 
 /// One benchmark: one workload, size, column and repetition.
 struct PlannedRun {
-    std::string name; ///< FAMILY/WORKLOAD/SIZE/COLUMN/REPETITION; the repetition 0 counts allocations
+    std::size_t scene = 0; ///< runs on the same scene have the same number, from 1 on
+    std::string name;      ///< FAMILY/WORKLOAD/SIZE/COLUMN/REPETITION; the repetition 0 counts allocations
     std::string family;
     std::string workload;
     std::string element;
@@ -25,36 +26,18 @@ struct PlannedRun {
     std::function<void(benchmark::State&)> run;
 };
 
-/// The scene that is alive: asking for another ends it first, since a process has one host at a time.
-class CurrentScene {
-public:
-    template <class Scene>
-    Scene& get(std::size_t number, const Setting& setting) {
-        if (scene_ == nullptr || number_ != number) {
-            end();
-            scene_ = std::make_shared<Scene>(setting);
-            number_ = number;
-        }
-        return *static_cast<Scene*>(scene_.get());
-    }
-
-    void end() { scene_.reset(); }
-
-private:
-    std::shared_ptr<void> scene_;
-    std::size_t number_ = 0;
-};
-
 /// What is measured, in the order in which it is measured: for each size the repetitions one after the other,
 /// in each the columns one after the other, so that what slows the machine down for a while slows all columns
-/// down.
+/// down. Each scene has a process of its own: what others have left of the heap would make a difference.
 class Plan {
 public:
     template <class Scene>
     void add(const Family<Scene>& family);
 
-    /// Hands all runs to the benchmark library, which performs them in their order.
-    void enter();
+    /// Hands the runs on one scene to the benchmark library, which performs them in their order.
+    void enter(std::size_t scene) const;
+    /// Those with runs whose names match, in order.
+    std::vector<std::size_t> scenesMatching(const std::string& pattern) const;
 
     const PlannedRun& at(const std::string& name) const;
 
@@ -63,7 +46,6 @@ private:
     void addScene(const Family<Scene>& family, const Setting& setting);
 
     std::vector<PlannedRun> runs_;
-    CurrentScene scene_;
     std::size_t scenes_ = 0;
 };
 
@@ -80,12 +62,14 @@ void Plan::add(const Family<Scene>& family) {
 
 template <class Scene>
 void Plan::addScene(const Family<Scene>& family, const Setting& setting) {
-    const std::size_t number = ++scenes_;
+    ++scenes_;
+    const auto scene = std::make_shared<std::unique_ptr<Scene>>(); // made when the first run needs it
     for (const Workload<Scene>& workload : family.workloads) {
         if (workload.isMeasured != nullptr && !workload.isMeasured(setting)) {
             continue;
         }
         PlannedRun run;
+        run.scene = scenes_;
         run.name = family.name + '/' + workload.name + '/' + std::to_string(setting.size) + '/' +
                    nameOf(setting.column) + '/' + std::to_string(setting.repetition);
         run.family = family.name;
@@ -93,12 +77,14 @@ void Plan::addScene(const Family<Scene>& family, const Setting& setting) {
         run.element = workload.element;
         run.setting = setting;
         run.passes = workload.passes(setting.size);
-        run.run = [this, number, setting, workload](benchmark::State& state) {
-            Scene& scene = scene_.get<Scene>(number, setting);
+        run.run = [scene, setting, workload](benchmark::State& state) {
+            if (*scene == nullptr) {
+                *scene = std::make_unique<Scene>(setting);
+            }
             Round round(state, setting.repetition == 0);
-            workload.run(round, scene);
+            workload.run(round, **scene);
             round.writeCounters();
-            state.counters["elements"] = workload.elements(scene);
+            state.counters["elements"] = workload.elements(**scene);
         };
         runs_.push_back(std::move(run));
     }

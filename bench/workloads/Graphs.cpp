@@ -94,19 +94,37 @@ constexpr std::size_t plainWork(std::size_t size) {
     return kChanged * size * size;
 }
 
-constexpr std::size_t kQuick = 500'000'000;
+constexpr std::size_t kSome = 500'000'000;
 constexpr std::size_t kWithinAMinute = 5'000'000'000;
 
 template <std::size_t kChanged>
 bool isEdited(const Setting& setting) {
-    return setting.column != Column::literal || plainWork<kChanged>(setting.size) < kQuick;
+    return setting.column != Column::literal || plainWork<kChanged>(setting.size) < kSome;
 }
 
 /// Nothing is asked of the host meanwhile. The plain way is measured once where it takes long.
-template <std::size_t kChanged>
+template <std::size_t kChanged, std::size_t kMost>
 bool isPropagated(const Setting& setting) {
-    const bool once = setting.repetition == 1 && plainWork<kChanged>(setting.size) < kWithinAMinute;
+    const bool once = setting.repetition == 1 && plainWork<kChanged>(setting.size) <= kMost;
     return setting.column != Column::limit && (once || isEdited<kChanged>(setting));
+}
+
+template <std::size_t kMost>
+std::vector<Workload<GraphScene>> workloads() {
+    const char* const reached = "nesting reached";
+    const char* const element = "nesting";
+    return {
+        {"propagation, 1 changed", reached, &propagate<1>, &onePass, &nestingsReached<1>,
+         &isPropagated<1, kMost>},
+        {kFewPropagated, reached, &propagate<30>, &onePass, &nestingsReached<30>, &isPropagated<30, kMost>},
+        {kManyPropagated, reached, &propagate<1000>, &onePass, &nestingsReached<1000>,
+         &isPropagated<1000, kMost>},
+        {"1 definition edited", element, &edit<1>, &onePass, &nestings, &isEdited<1>},
+        {"30 definitions edited", element, &edit<30>, &onePass, &nestings, &isEdited<30>},
+        {"1000 definitions edited", element, &edit<1000>, &onePass, &nestings, &isEdited<1000>},
+        {kInModelSpace, element, &countInModelSpace, &onePass, &nestings, nullptr},
+        {kInLayouts, element, &countInLayouts, &onePass, &nestings, nullptr},
+    };
 }
 
 } // namespace
@@ -114,20 +132,14 @@ bool isPropagated(const Setting& setting) {
 void planGraphs(Plan& plan, Scale scale) {
     Family<GraphScene> family;
     family.name = "graphs";
-    family.sizes = scale == Scale::quick ? std::vector<std::size_t>{1'000, 10'000}
-                                         : std::vector<std::size_t>{1'000, 10'000, 100'000};
     family.repetitions = repetitionsOf(scale);
-    const char* const element = "nesting reached";
-    family.workloads = {
-        {"propagation, 1 changed", element, &propagate<1>, &onePass, &nestingsReached<1>, &isPropagated<1>},
-        {kFewPropagated, element, &propagate<30>, &onePass, &nestingsReached<30>, &isPropagated<30>},
-        {kManyPropagated, element, &propagate<1000>, &onePass, &nestingsReached<1000>, &isPropagated<1000>},
-        {"1 definition edited", "nesting", &edit<1>, &onePass, &nestings, &isEdited<1>},
-        {"30 definitions edited", "nesting", &edit<30>, &onePass, &nestings, &isEdited<30>},
-        {"1000 definitions edited", "nesting", &edit<1000>, &onePass, &nestings, &isEdited<1000>},
-        {kInModelSpace, "nesting", &countInModelSpace, &onePass, &nestings, nullptr},
-        {kInLayouts, "nesting", &countInLayouts, &onePass, &nestings, nullptr},
-    };
+    if (scale == Scale::quick) {
+        family.sizes = {1'000, 10'000};
+        family.workloads = workloads<2 * kSome>(); // a thousand changed of a thousand, and no more
+    } else {
+        family.sizes = {1'000, 10'000, 100'000};
+        family.workloads = workloads<kWithinAMinute>();
+    }
     plan.add(family);
 }
 

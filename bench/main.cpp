@@ -46,6 +46,7 @@ void measureScene(const Wishes& wishes) {
     plan.enter(wishes.scene);
     bench::Collector collector;
     benchmark::RunSpecifiedBenchmarks(&collector, wishes.filter);
+    benchmark::ClearRegisteredBenchmarks(); // so that the scene ends with the plan
     std::ofstream file(wishes.samples);
     bench::writeSamples(file, collector.samples());
 }

@@ -30,7 +30,9 @@ check_tidy() {
   cmake --preset debug >/dev/null
   cmake --preset tidy >/dev/null
   cp tests/.clang-tidy build/tidy/tests/
+  cmake --preset bench >/dev/null
   files_built_by build/debug src kthost clients samples tools | xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/debug 2> >(without_counts)
+  files_built_by build/bench bench | xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/bench 2> >(without_counts)
   find build/tidy/tests -name 'unity_*.cxx' -print0 |
     xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/tidy --checks=-bugprone-suspicious-include 2> >(without_counts)
 }

@@ -6,6 +6,9 @@
 #include <utility>
 
 void BlockNesting::update(const BlockMonitors& monitors) {
+    if (isKept_) {
+        return;
+    }
     const std::uint64_t containersStamp = findSources(monitors);
     if (monitorsStamp_ == monitors.changeStamp() && containersStamp_ == containersStamp) {
         return;

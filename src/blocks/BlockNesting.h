@@ -20,6 +20,9 @@ public:
     /// std::bad_alloc.
     void update(const BlockMonitors& monitors);
 
+    /// While it is kept, the picture stays as it is.
+    void keep(bool on) { isKept_ = on; }
+
     /// False when an empty entry ended the walk.
     bool isComplete() const { return isComplete_; }
 
@@ -59,4 +62,5 @@ private:
     std::uint64_t monitorsStamp_ = ~std::uint64_t{0};
     std::uint64_t containersStamp_ = 0; // the greatest of all monitors'
     bool isComplete_ = true;
+    bool isKept_ = false;
 };

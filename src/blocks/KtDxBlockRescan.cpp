@@ -56,7 +56,7 @@ struct KtDxBlock::Rescan {
     }
 
     /// Adds what was followed to the rest, in the room.
-    void addFollowed() {
+    void addFollowed() const {
         IdVector& all = room->previous;
         const auto followed = candidates.first(room->recorded.followedCount());
         try {

@@ -8,6 +8,27 @@
 #include <new>
 #include <tuple>
 
+namespace {
+
+/// One look at the monitors serves every changed block.
+class KeptNesting {
+public:
+    KeptNesting(BlockNesting& nesting, const KtDxBlocks::BlockMonitors& monitors) : nesting_(nesting) {
+        nesting_.update(monitors);
+        nesting_.keep(true);
+    }
+
+    KeptNesting(const KeptNesting&) = delete;
+    KeptNesting& operator=(const KeptNesting&) = delete;
+
+    ~KeptNesting() { nesting_.keep(false); }
+
+private:
+    BlockNesting& nesting_;
+};
+
+} // namespace
+
 void KtDxBlocks::timerElapsed() {
     update(false, true);
 }
@@ -41,6 +62,7 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
         return Orbx::eMissing;
     }
     try {
+        const KeptNesting kept(nesting_, blockMonitors_);
         KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
         for (const auto& entry : blockMonitors_) {
             KtDxBlock* const monitor = entry.second; // the entry moves when others come or go

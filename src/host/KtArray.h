@@ -108,11 +108,11 @@ public:
             throw std::bad_array_new_length();
         }
         T* moved = nullptr;
-        length_ = static_cast<std::uint32_t>(std::min<std::size_t>(length_, length));
         if (length != 0) {
             moved = allocate(static_cast<std::uint32_t>(length));
-            std::copy_n(elements_, length_, moved);
+            std::copy_n(elements_, std::min<std::size_t>(length_, length), moved);
         }
+        setLogicalLength(length);
         release(std::exchange(elements_, moved));
     }
 

@@ -1,5 +1,7 @@
 #include <KtArray.h>
 
+#include "tests/support/FailingAllocation.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -152,6 +154,13 @@ TEST(KtArray, DropsWhatItHasNoRoomForAnyMore) {
     array.setPhysicalLength(0);
     EXPECT_TRUE(array.isEmpty());
     EXPECT_EQ(array.begin(), nullptr);
+}
+
+TEST(KtArray, KeepsItsElementsWhenThereIsNoMemoryForLessRoom) {
+    Array array{1, 2, 3};
+    const FailingAllocation none;
+    EXPECT_THROW(array.setPhysicalLength(2), std::bad_alloc);
+    EXPECT_EQ(array.length(), 3U);
 }
 
 TEST(KtArray, CannotHaveMoreThan32BitsOfRoom) {

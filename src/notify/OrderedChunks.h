@@ -134,11 +134,12 @@ private:
         if (chunks_.empty() || (lastChunk_ < chunks_.size() && isFor(lastChunk_, key))) {
             return chunks_.empty() ? 0 : lastChunk_;
         }
+        const auto second = std::next(chunks_.begin()); // the first one has all that is less
         const auto behind =
-            std::upper_bound(chunks_.begin(), chunks_.end(), key, [](const Key& sought, const Chunk& chunk) {
+            std::upper_bound(second, chunks_.end(), key, [](const Key& sought, const Chunk& chunk) {
                 return Order::isLess(sought, chunk.least);
             });
-        lastChunk_ = behind == chunks_.begin() ? 0 : static_cast<std::size_t>(behind - chunks_.begin()) - 1;
+        lastChunk_ = static_cast<std::size_t>(behind - second);
         return lastChunk_;
     }
 

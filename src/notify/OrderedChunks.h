@@ -111,6 +111,9 @@ public:
         other.noteChange();
     }
 
+protected:
+    void noteChange() noexcept { changeStamp_ = nextChangeStamp(); }
+
 private:
     static constexpr std::size_t kFull = 64;
     static constexpr std::size_t kHalf = kFull / 2;
@@ -121,8 +124,6 @@ private:
                    // not
         Elements elements;
     };
-
-    void noteChange() noexcept { changeStamp_ = nextChangeStamp(); }
 
     bool isFor(std::size_t chunk, const Key& key) const {
         return (chunk == 0 || !Order::isLess(key, chunks_[chunk].least)) &&

@@ -41,6 +41,7 @@ public:
             return emplace(key, std::move(value));
         }
         entry->second = std::move(value);
+        this->noteChange(); // one value has gone and another has come
         return {entry, false};
     }
 

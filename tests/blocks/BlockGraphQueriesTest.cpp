@@ -13,6 +13,13 @@ protected:
         }
     }
 
+    /// Makes the monitor of one definition.
+    void monitor(KtDbObjectId definition) {
+        KtDxBlock* made = nullptr;
+        const OpenedObject<KtDbBlockTableRecord> opened(definition, KtDb::kForRead);
+        must(blocks().createBlockMonitor(made, opened.get()));
+    }
+
     /// Has the monitor of a block believe that this many references lie in a container.
     void pretend(KtDbObjectId block, KtDbObjectId container, std::size_t count) {
         auto array = std::make_unique<KtDbObjectIdArray>(0, 8);
@@ -125,6 +132,20 @@ TEST_F(NestedBlocks, UpToAnEmptyEntryAreKept) {
     IdSet nested;
     EXPECT_EQ(blocks().collectNestedBlocks(edit_.modelSpace(), true, nested), Orbx::eMissing);
     EXPECT_EQ(nested, (IdSet{w_, v_}));
+}
+
+TEST_F(NestedBlocks, BehindAnEmptyEntryAreThereOnceItIsFilled) {
+    recordAll();
+    const KtDbObjectId added = edit_.define(L"added");
+    const KtDbObjectId last = edit_.define(L"last");
+    edit_.insert(last);
+    monitor(last);
+    blocks().addRepresentation(added, nullptr);
+    IdSet nested;
+    EXPECT_EQ(blocks().collectNestedBlocks(edit_.modelSpace(), true, nested), Orbx::eMissing);
+    monitor(added);
+    EXPECT_EQ(blocks().collectNestedBlocks(edit_.modelSpace(), true, nested), Orbx::eOk);
+    EXPECT_EQ(nested, IdSet{last});
 }
 
 TEST_F(NestedBlocks, WithoutMemoryAreMissing) {

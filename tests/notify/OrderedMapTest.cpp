@@ -175,6 +175,8 @@ TEST(OrderedMap, HasAnotherStampWheneverEntriesHaveComeOrGone) {
     map.at(1) = 11;
     map.erase(2);
     EXPECT_FALSE(hasChanged());
+    map.insert_or_assign(1, 12);
+    EXPECT_TRUE(hasChanged());
     map.erase(1);
     EXPECT_TRUE(hasChanged());
     map.clear();

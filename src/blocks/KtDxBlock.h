@@ -108,9 +108,9 @@ private:
 
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
     Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
-    void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference, KtDbObjectIdArray*& recorded);
+    void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference);
     void makeRoomForAttributes();
-    void attachAllReferences();
+    void removeEmptyAttributes();
     void detachAttributesOf(KtDbObjectId reference);
     void detachAttributes(const KtDbObjectIdArray& attributes);
     void detachAllAttributes();

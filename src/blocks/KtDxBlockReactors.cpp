@@ -20,7 +20,7 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
         return Orbx::eOk;
     }
     try {
-        enable ? attachAllReferences() : attachReferences(false);
+        attachReferences(enable);
     } catch (...) { // the host's; it passes through, and a monitor that is not enabled must not be heard
         attachReferences(false);
         throw;
@@ -68,22 +68,26 @@ void KtDxBlock::makeRoomForAttributes() {
     }
 }
 
-void KtDxBlock::attachAllReferences() {
-    makeRoomForAttributes();
-    attachReferences(true);
+/// Entries without attributes stay behind where room was made, and where references were let go of: removed
+/// one by one, each would have others moved.
+void KtDxBlock::removeEmptyAttributes() {
     attributesByReference_.removeIf([](const auto& entry) { return entry.second.isEmpty(); });
 }
 
 void KtDxBlock::attachReferences(bool attach) {
+    if (attach) {
+        makeRoomForAttributes();
+    }
     for (const auto& [container, references] : referencesByContainer_) {
         if (references == nullptr) {
-            return;
+            break;
         }
         for (const KtDbObjectId reference : *references) {
             std::ignore =
                 attachReference(reference, attach); // one that will not open must not keep the others
         }
     }
+    removeEmptyAttributes();
 }
 
 Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {
@@ -133,11 +137,9 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
 /// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
 /// has its attributes twice, and letting go of it once lets go of them all.
 Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
-    const auto entry = attributesByReference_.find(reference);
-    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : &entry->second;
     try {
         for (; !attributes.done(); attributes.step()) {
-            attachAttribute(attributes.objectId(), reference, recorded);
+            attachAttribute(attributes.objectId(), reference);
         }
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
@@ -145,8 +147,7 @@ Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObject
     return Orbx::eOk;
 }
 
-void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
-                                KtDbObjectIdArray*& recorded) {
+void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference) {
     if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
         attribute.isEffectivelyErased()) {
         return;
@@ -155,18 +156,17 @@ void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
     if (!opened) {
         return;
     }
-    if (recorded == nullptr) {
-        recorded = &attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first->second;
-    }
-    recorded->append(attribute);            // first, as it may fail: what is heard has to be known
+    const auto entry = attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first;
+    entry->second.append(attribute);        // first, as it may fail: what is heard has to be known
     std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
 }
 
+/// Leaves an empty entry.
 void KtDxBlock::detachAttributesOf(KtDbObjectId reference) {
     const auto entry = attributesByReference_.find(reference);
     if (entry != attributesByReference_.end()) {
-        detachAttributes(entry->second);
-        attributesByReference_.erase(entry);
+        const KtDbObjectIdArray attributes(std::move(entry->second));
+        detachAttributes(attributes);
     }
 }
 

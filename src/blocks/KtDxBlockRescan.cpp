@@ -230,6 +230,7 @@ KtDbObjectIdArray* KtDxBlock::containerArray(KtDbObjectId container) {
 /// Lets go of recorded references that the host lists no more, neither as living nor as erased.
 void KtDxBlock::dropMissing(Rescan& pass) {
     pass.stopFollowing();
+    bool areAllThere = true;
     auto candidate = pass.candidates.begin();
     for (const KtDbObjectId reference : pass.previous) {
         while (candidate != pass.candidates.end() && *candidate < reference) {
@@ -238,7 +239,11 @@ void KtDxBlock::dropMissing(Rescan& pass) {
         if (candidate == pass.candidates.end() || *candidate != reference) {
             setChanged(true);
             std::ignore = attachReference(reference, false); // most are released by now and cannot be opened
+            areAllThere = false;
         }
+    }
+    if (!areAllThere) {
+        removeEmptyAttributes();
     }
 }
 

@@ -92,6 +92,7 @@ public:
 private:
     using IdVector = std::vector<KtDbObjectId>;
     struct Rescan;
+    class RunningRescan;
 
     Orbx::ErrorStatus tryRescan(Rescan& pass);
     Orbx::ErrorStatus rescan(Rescan& pass);
@@ -132,6 +133,7 @@ private:
     Attributes attributesByReference_;
     KtDbObjectIdArray recordIds_;
     IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
+    Rescan* running_ = nullptr; // the innermost, where an update calls out and is called back
     bool claimed_ = false;
 };
 

@@ -76,6 +76,21 @@ struct KtDxBlock::Rescan {
     }
 };
 
+/// Lets an update inside a rescan of the same block find it.
+class KtDxBlock::RunningRescan {
+public:
+    RunningRescan(Rescan*& place, Rescan& pass) : place_(place), outer_(std::exchange(place, &pass)) {}
+
+    RunningRescan(const RunningRescan&) = delete;
+    RunningRescan& operator=(const RunningRescan&) = delete;
+
+    ~RunningRescan() { place_ = outer_; }
+
+private:
+    Rescan*& place_;
+    Rescan* outer_;
+};
+
 Orbx::ErrorStatus KtDxBlock::refresh() {
     return update(blockId_);
 }
@@ -118,9 +133,13 @@ Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
         return status;
     }
     pass.candidates = room.listedInOrder.ascending({room.listed.begin(), room.listed.length()});
+    if (running_ != nullptr) {
+        running_->stopFollowing(); // the lists that it follows are about to change
+    }
     if (!room.recorded.start(referencesByContainer_)) {
         return Orbx::eMissing;
     }
+    const RunningRescan running(running_, pass);
     for (const KtDbObjectId reference : pass.candidates) {
         if (const Orbx::ErrorStatus status = meetReference(reference, pass); status != Orbx::eOk) {
             return status;

@@ -1,0 +1,51 @@
+#include "tests/blocks/BlocksTest.h"
+
+namespace {
+
+/// Edits and has the monitor updated while its update asks which record stands for an attached drawing.
+class InterruptingOwner : public QuietOwner {
+public:
+    using QuietOwner::QuietOwner;
+
+    KtDbObjectId findXrefBlock(KtDbObjectId id) const override {
+        if (const auto interrupt = std::exchange(interrupt_, nullptr)) {
+            interrupt();
+        }
+        return QuietOwner::findXrefBlock(id);
+    }
+
+    void interrupt(std::function<void()> interrupt) { interrupt_ = std::move(interrupt); }
+
+private:
+    mutable std::function<void()> interrupt_;
+};
+
+class UpdateInsideUpdate : public BlocksTest {
+protected:
+    KtDbObjectId pipe_;
+    AttachedDrawing other_ = attachDrawing(L"other", [this](DrawingEditor& editor) {
+        pipe_ = editor.define(L"pipe");
+        for (int i = 0; i < 8; ++i) { // as many as there is room for
+            editor.insert(pipe_);
+        }
+    });
+    InterruptingOwner owner_{record()};
+};
+
+TEST_F(UpdateInsideUpdate, MayChangeTheListsThatTheOuterOneFollows) {
+    KtDxBlock* block = nullptr;
+    {
+        const OpenedObject<KtDbBlockTableRecord> opened(pipe_, KtDb::kForRead);
+        must(owner_.createBlockMonitor(block, opened.get()));
+    }
+    owner_.interrupt([&] {
+        DrawingEditor(**other_.database).insert(pipe_);
+        EXPECT_EQ(block->refresh(), Orbx::eOk);
+    });
+    EXPECT_EQ(block->refresh(), Orbx::eOk);
+    EXPECT_GE(recordedOf(*block)[other_.record].size(), 9U); // those met before the inner one come twice
+    EXPECT_EQ(block->refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(*block)[other_.record].size(), 9U);
+}
+
+} // namespace

@@ -18,7 +18,7 @@ struct PaperJam {
 };
 
 bool throwing = false;
-int calls = 0;
+int callsOfThrowOnce = 0;
 
 void throwError() {
     throw std::runtime_error("no more paper");
@@ -41,7 +41,7 @@ void throwSystemError() {
 }
 
 void throwOnce() {
-    ++calls;
+    ++callsOfThrowOnce;
     if (throwing) {
         throwing = false;
         throw std::runtime_error("once");
@@ -112,7 +112,7 @@ TEST_F(ThrowingCallback, KeepsTheCodeOfASystemError) {
 }
 
 TEST_F(ThrowingCallback, IsCalledAgainAtTheNextIdleCheck) {
-    calls = 0;
+    callsOfThrowOnce = 0;
     throwing = true;
     kthost::Document& document = open(L"plan");
     attach(document, throwOnce);
@@ -120,7 +120,7 @@ TEST_F(ThrowingCallback, IsCalledAgainAtTheNextIdleCheck) {
     EXPECT_THROW(pump(), std::runtime_error);
     runCommand(document);
     pump();
-    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(callsOfThrowOnce, 2);
 }
 
 TEST_F(ThrowingCallback, LeavesNoModuleCodeRunning) {

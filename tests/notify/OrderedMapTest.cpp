@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <new>
@@ -48,6 +49,15 @@ TEST(OrderedMap, StartsEmpty) {
     EXPECT_EQ(map.begin(), map.end());
     EXPECT_FALSE(map.contains(1));
     EXPECT_EQ(map.lower_bound(1), map.end());
+}
+
+TEST(OrderedMap, TellsItsPlacesApart) {
+    Map map;
+    fill(map, kMany);
+    for (auto place = map.begin(); place != map.end(); ++place) {
+        ASSERT_EQ(place, map.find(place->first));
+        ASSERT_NE(place, std::next(place)) << place->first;
+    }
 }
 
 TEST(OrderedMap, IsWalkedInAscendingOrderOfKeys) {

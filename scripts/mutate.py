@@ -329,8 +329,8 @@ class Jury:
 # The report
 
 def read_equivalents(path):
-    """'FILE: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands for any
-    text."""
+    """'FILE: FUNCTION: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands
+    for any text."""
     equivalents, keys = {}, []
     for line in path.read_text().splitlines():
         if not line.strip() or line.startswith("#"):
@@ -413,10 +413,13 @@ def read_options():
     return parser.parse_args()
 
 
-def chosen_of(changes, options, judged):
-    """The numbers of those that the options ask for."""
+def all_told(changes):
     sources = {file: (ROOT / file).read_text() for file in {change.file for change in changes}}
-    told = [f"{change.file}: {change.described(sources[change.file])}" for change in changes]
+    return [f"{change.file}: {change.described(sources[change.file])}" for change in changes]
+
+
+def chosen_of(told, options, judged):
+    """The numbers of those that the options ask for."""
     again = set(read_judged(judged)) if options.survivors else set(told)
     chosen = [number for number, text in enumerate(told, 1) if fnmatch.fnmatch(text.split(": ")[0], options.files) and
               re.search(options.matching, text) and text in again]
@@ -432,7 +435,11 @@ def main():
     equivalents, work = read_equivalents(options.equivalents), options.work.resolve()
     changes = all_changes()
     judged = work / "judged.txt"
-    options.chosen = chosen_of(changes, options, judged)
+    told = all_told(changes)
+    options.chosen = chosen_of(told, options, judged)
+    unknown = [key for key in equivalents if not any(re.fullmatch(key, text) for text in told)]
+    if unknown:
+        sys.exit("\n".join([f"mutate: {options.equivalents} names what is no change:", *unknown]))
     begin = time.monotonic()
     project = Project(work, changes)
     project.build()

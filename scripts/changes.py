@@ -1,6 +1,7 @@
 """The small changes of src/ that ./ktdx mutate makes."""
 
 import dataclasses
+import functools
 import pathlib
 import re
 import subprocess
@@ -24,12 +25,16 @@ class Change:
         return source.count("\n", 0, self.start) + 1
 
     def described(self, source):
-        """The lines that it touches, before and after, with single blanks."""
+        """The function that it lies in, if any, and the lines that it touches, before and after, with single blanks;
+        the line before with them if they begin with a jump, as many lines do."""
         first = source.rfind("\n", 0, self.start) + 1
+        if re.match(r"\s*(return|break|continue)\b", source[first:]):
+            first = source.rfind("\n", 0, first - 1) + 1
         last = source.find("\n", self.end)
         before = source[first:last]
         after = source[first:self.start] + self.text + source[self.end:last]
-        return f"{' '.join(before.split())} => {' '.join(after.split())}"
+        function = next((f"{name}: " for start, end, name in functions_of(source) if start < self.start < end), "")
+        return f"{function}{' '.join(before.split())} => {' '.join(after.split())}"
 
 
 def masked(source):
@@ -214,6 +219,17 @@ def outermost_bodies(code):
         if not bodies or start >= bodies[-1][1]:
             bodies.append((start, end))
     return bodies
+
+
+@functools.lru_cache(maxsize=None)
+def functions_of(source):
+    """Their bodies and names: (start, end, name)."""
+    code, functions = masked(source), []
+    for start, end in outermost_bodies(code):
+        head = re.split(r"[;{}]", code[:start])[-1]
+        name = re.search(r"((?:~?\w+(?:<[^<>()]*>)?::)*(?:operator\S+?|~?\w+))\(", head)
+        functions.append((start, end, name.group(1) if name else "?"))
+    return functions
 
 
 def all_changes():

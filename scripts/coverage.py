@@ -19,8 +19,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 
 
 def reports(build):
-    """Of the module everything; of the rest, which uses the module's headers, what was run."""
-    notes = sorted(str(path) for folder in ("src", "kthost", "tests") for path in (build / folder).rglob("*.gcno")
+    """Of the module everything; of the tests, which make classes of its templates, what was run."""
+    notes = sorted(str(path) for folder in ("src", "tests") for path in (build / folder).rglob("*.gcno")
                    if folder == "src" or path.with_suffix(".gcda").exists())
     for start in range(0, len(notes), 20):
         command = ["gcov", "--json-format", "--branch-probabilities", "--stdout", *notes[start:start + 20]]

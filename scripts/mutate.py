@@ -1,15 +1,15 @@
 #!/usr/bin/env python3
 """Changes src/ in one small place at a time and looks whether a test notices.
 
-    mutate.py WORK EQUIVALENTS [--files PATTERN] [--matching REGEX] [--limit N] [--seed S] [--jobs N] [--survivors]
-              [--list]
+    mutate.py WORK EQUIVALENTS [--files PATTERN] [--matching REGEX] [--limit N] [--seed S] [--jobs N]
+              [--rest | --survivors] [--list]
 
 All changes are compiled at once: in a copy of the project, in WORK, each function of src/ holds its body once for each
 change of it, and a number in the environment says which of them runs. So the suites are built once, however many
 changes there are. Each test is run by itself first, and what it reaches is noted. Then a change costs no more than the
 tests that reach it: those that noticed a change of the same function before, those that reach little, and so on, until
-one fails. A change that no test notices is printed. WORK/judged.txt says of each change what came of it; --survivors
-judges once more what survived there.
+one fails. A change that no test notices is printed. WORK/judged.txt says of each change what came of it: --rest goes on
+with those that it does not name, --survivors judges those once more that survived, and either counts the others in.
 
 Fails when more than 5 in 100 survive, not counting those that EQUIVALENTS names, with the reason why they leave the
 program the same.
@@ -329,8 +329,8 @@ class Jury:
 # The report
 
 def read_equivalents(path):
-    """'FILE: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands for any
-    text."""
+    """'FILE: FUNCTION: BEFORE => AFTER', and below it, indented, the reason why the program stays the same; '...' stands
+    for any text."""
     equivalents, keys = {}, []
     for line in path.read_text().splitlines():
         if not line.strip() or line.startswith("#"):
@@ -350,25 +350,34 @@ def read_equivalents(path):
 
 
 def read_judged(path):
-    return [line.split(": ", 1)[1] for line in path.read_text().splitlines() if line.startswith("survived: ")]
+    """What came of each change, and the change as it is told."""
+    return [line.split(": ", 1) for line in path.read_text().splitlines()] if path.exists() else []
 
 
 class Report:
-    def __init__(self, project, equivalents, path):
+    """What came of the changes, those that were judged before among them."""
+
+    def __init__(self, project, equivalents, path, before):
         self.project, self.equivalents, self.file = project, equivalents, open(path, "w", encoding="utf-8")
         self.counts = collections.Counter()
         self.lock = threading.Lock()
+        for result, told in before:
+            self.note(result, told)
+
+    def note(self, result, told):
+        """The result as the list of equivalent changes has it."""
+        if result in ("survived", "the same program"):
+            result = "the same program" if any(re.fullmatch(key, told) for key in self.equivalents) else "survived"
+        self.counts["caught" if result.startswith("caught") else result] += 1
+        print(f"{result}: {told}", file=self.file, flush=True)
+        return result
 
     def add(self, number, result):
         change = self.project.changes[number]
         source = self.project.sources[change.file]
         what = change.described(source)
-        told = f"{change.file}: {what}"
-        if result == "survived" and any(re.fullmatch(key, told) for key in self.equivalents):
-            result = "the same program"
         with self.lock:
-            self.counts["caught" if result.startswith("caught") else result] += 1
-            print(f"{result}: {told}", file=self.file, flush=True)
+            result = self.note(result, f"{change.file}: {what}")
             if not result.startswith(("caught", "does not")):
                 print(f"{result}: {change.file}:{change.line(source)}: {change.kind}: {what}", flush=True)
             if self.counts.total() % 100 == 0:
@@ -408,23 +417,38 @@ def read_options():
     parser.add_argument("--limit", type=int)
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(1 << 32))
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
-    parser.add_argument("--survivors", action="store_true")
+    which = parser.add_mutually_exclusive_group()
+    which.add_argument("--rest", action="store_true")
+    which.add_argument("--survivors", action="store_true")
     parser.add_argument("--list", action="store_true")
     return parser.parse_args()
 
 
-def chosen_of(changes, options, judged):
-    """The numbers of those that the options ask for."""
+def all_told(changes):
     sources = {file: (ROOT / file).read_text() for file in {change.file for change in changes}}
-    told = [f"{change.file}: {change.described(sources[change.file])}" for change in changes]
-    again = set(read_judged(judged)) if options.survivors else set(told)
-    chosen = [number for number, text in enumerate(told, 1) if fnmatch.fnmatch(text.split(": ")[0], options.files) and
-              re.search(options.matching, text) and text in again]
+    return [f"{change.file}: {change.described(sources[change.file])}" for change in changes]
+
+
+def chosen_of(told, options, judged):
+    """The numbers of those that the options ask for, and what came of others before, if it is to count."""
+    results = collections.defaultdict(list)
+    for result, text in judged if options.rest or options.survivors else []:
+        results[text].append(result)
+    chosen, before = [], []
+    for number, text in enumerate(told, 1):
+        result = results[text].pop(0) if results[text] else None
+        is_asked_for = result == "survived" if options.survivors else result is None
+        if is_asked_for and fnmatch.fnmatch(text.split(": ")[0], options.files) and re.search(options.matching, text):
+            chosen.append((number, result))
+        elif result is not None:
+            before.append((result, text))
     random.Random(options.seed).shuffle(chosen)
+    left_out = chosen[len(chosen[:options.limit]):]
+    chosen = [number for number, _ in chosen[:options.limit]]
     if options.list:
-        print(*sorted(told[number - 1] for number in chosen[:options.limit]), sep="\n")
+        print(*sorted(told[number - 1] for number in chosen), sep="\n")
         sys.exit()
-    return chosen[:options.limit]
+    return chosen, before + [(result, told[number - 1]) for number, result in left_out if result is not None]
 
 
 def main():
@@ -432,7 +456,12 @@ def main():
     equivalents, work = read_equivalents(options.equivalents), options.work.resolve()
     changes = all_changes()
     judged = work / "judged.txt"
-    options.chosen = chosen_of(changes, options, judged)
+    told = all_told(changes)
+    options.chosen, before = chosen_of(told, options, read_judged(judged))
+    unknown = [key for key in equivalents if not any(re.fullmatch(key, text) for text in told)]
+    if unknown:
+        unknown = [re.sub(r"\\(.)", r"\1", key.replace(".*", "...")) for key in unknown]
+        sys.exit("\n".join([f"mutate: {options.equivalents} names what is no change:", *unknown]))
     begin = time.monotonic()
     project = Project(work, changes)
     project.build()
@@ -442,7 +471,7 @@ def main():
     jury.watch(work / "reached.json")
     print(f"mutate: {len(jury.tests)} tests watched after {time.monotonic() - begin:.0f} seconds; judging "
           f"{len(options.chosen)} of {len(changes)} changes, seed {options.seed}", flush=True)
-    report = Report(project, equivalents, judged)
+    report = Report(project, equivalents, judged, before)
     judge_all(options, project, jury, report)
     counts = report.counts
     asked = counts["caught"] + counts["survived"]

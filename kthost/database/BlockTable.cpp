@@ -44,7 +44,7 @@ Orbx::ErrorStatus BlockTable::newIterator(KtDbBlockTableIterator*& iterator, boo
         return fault;
     }
     auto made = std::make_unique<BlockTableIterator>(objectId(), contents_->records);
-    made->start(atBeginning, skipErased);
+    made->startAt(atBeginning, skipErased);
     iterator = made.release();
     return traceCall("newIterator", objectId(), Orbx::eOk);
 }

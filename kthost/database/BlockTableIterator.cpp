@@ -6,6 +6,16 @@
 namespace kthost {
 
 void BlockTableIterator::start(bool atBeginning, bool skipErased) {
+    if (tracing()) {
+        TraceLine("start")
+            .field("id", table_)
+            .field("atBeginning", atBeginning)
+            .field("skipErased", skipErased);
+    }
+    startAt(atBeginning, skipErased);
+}
+
+void BlockTableIterator::startAt(bool atBeginning, bool skipErased) {
     place_ = atBeginning ? 0 : records_->size() - 1; // wraps beyond the end when there is none
     settle(atBeginning, skipErased);
 }

@@ -14,6 +14,8 @@ public:
           records_(&records) {}
 
     void start(bool atBeginning, bool skipErased) override;
+    /// The same, for the host itself.
+    void startAt(bool atBeginning, bool skipErased);
     bool done() const override;
     Orbx::ErrorStatus getRecordId(KtDbObjectId& id) const override;
     void step(bool forward, bool skipErased) override;

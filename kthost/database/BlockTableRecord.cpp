@@ -60,27 +60,37 @@ bool BlockTableRecord::isFromExternalReference() const {
     return other == nullptr ? contents_->state.drawing != nullptr : other->isFromExternalReference();
 }
 
-KtDbDatabase* BlockTableRecord::externalDatabase(bool /*load*/) {
-    if (auto* other = peek<BlockTableRecord>(contents_->state.mirrors)) {
-        return other->externalDatabase(false);
+KtDbDatabase* BlockTableRecord::externalDatabase(bool load) {
+    if (tracing()) {
+        TraceLine("externalDatabase").field("id", objectId()).field("load", load);
+    }
+    return attachedDatabase();
+}
+
+KtDbDatabase* BlockTableRecord::attachedDatabase() const {
+    if (const auto* other = peek<BlockTableRecord>(contents_->state.mirrors)) {
+        return other->attachedDatabase();
     }
     return contents_->state.drawing == nullptr ? nullptr : contents_->state.drawing->database.get();
 }
 
 Orbx::ErrorStatus BlockTableRecord::getBlockReferenceIds(KtArray<KtDbObjectId>& ids, bool directOnly,
-                                                         bool /*forceValidity: they always are*/) const {
-    if (const Orbx::ErrorStatus fault =
-            beginCall(HostCall::getBlockReferenceIds, "getBlockReferenceIds", objectId());
-        fault != Orbx::eOk) {
-        return fault;
-    }
-    if (directOnly) {
+                                                         bool forceValidity) const {
+    const Orbx::ErrorStatus status = Faults::instance().next(HostCall::getBlockReferenceIds);
+    if (status == Orbx::eOk && directOnly) { // valid whether or not that is forced
         append(references().living(), ids);
-    } else {
+    } else if (status == Orbx::eOk) {
         const BlockTableRecord* other = mirrored();
         append(nestedReferences(other == nullptr ? objectId() : other->objectId()), ids);
     }
-    return traceCall("getBlockReferenceIds", objectId(), Orbx::eOk);
+    if (tracing()) {
+        TraceLine("getBlockReferenceIds")
+            .field("id", objectId())
+            .field("directOnly", directOnly)
+            .field("forceValidity", forceValidity)
+            .field("status", status);
+    }
+    return status;
 }
 
 Orbx::ErrorStatus BlockTableRecord::getErasedBlockReferenceIds(KtArray<KtDbObjectId>& ids) const {

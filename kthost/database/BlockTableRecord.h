@@ -78,6 +78,7 @@ public:
 
 private:
     const BlockTableRecord* mirrored() const;
+    KtDbDatabase* attachedDatabase() const;
 
     struct Contents {
         RecordState state;

@@ -1,7 +1,9 @@
 #include "app/KtDxApplication.h"
 
 #include "app/KtDxDocument.h"
+#include "kthost/runtime/CallbackLedger.h"
 #include "tests/support/FailingAllocation.h"
+#include "tests/support/HostTrace.h"
 #include "tests/support/ModuleTest.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +12,19 @@
 #include <string>
 #include <tuple>
 #include <utility>
+
+namespace {
+
+/// The application there was when the host was last told to forget the callbacks of a document.
+const KtDxApplication* applicationAtForgetting = nullptr;
+
+} // namespace
+
+// The module's objects find this before the host's.
+void ktrxForgetCallbacks(KtApDocument* document) {
+    applicationAtForgetting = gApplication;
+    kthost::CallbackLedger::current()->forget(document);
+}
 
 namespace {
 
@@ -42,6 +57,19 @@ TEST_F(Application, HasNoMessageBeforeTheFirstIdleCheck) {
 
 TEST_F(Application, EntersItselfAsTheApplication) {
     EXPECT_EQ(gApplication, application_.get());
+}
+
+TEST_F(Application, IsThereUntilItsRecordsAreGone) {
+    const KtDxApplication* application = application_.get();
+    applicationAtForgetting = nullptr;
+    application_.reset();
+    EXPECT_EQ(applicationAtForgetting, application);
+}
+
+TEST_F(Application, LeavesTheDocumentManagerOnce) {
+    const HostTrace trace;
+    application_.reset();
+    EXPECT_EQ(trace.count("document manager reactor remove"), 1U);
 }
 
 TEST_F(Application, HasARecordForEveryDocumentThatWasOpenAtItsStart) {

@@ -103,6 +103,36 @@ TEST_F(BlockInit, AnExtensionOfAnotherClassIsNotTaken) {
     EXPECT_EQ(toIds(monitor(pump).recordIds()), Ids{pump});
 }
 
+/// Breaks off behind the first representation. Sees what it is given to fill.
+class BreakingOff : public KtDbBlockRepresentation {
+public:
+    explicit BreakingOff(KtDbObjectId first) : first_(first) {}
+
+    KtDbObjectId originalBlockTableRecord(const KtDbBlockReference* /*reference*/) const override {
+        return {};
+    }
+
+    Orbx::ErrorStatus getRepresentations(KtDbObjectId /*definition*/,
+                                         KtArray<KtDbObjectId>& ids) const override {
+        EXPECT_TRUE(ids.isEmpty());
+        EXPECT_EQ(ids.growLength(), 8U);
+        EXPECT_EQ(ids.physicalLength(), 0U);
+        ids.append(first_);
+        return Orbx::eOutOfRange;
+    }
+
+private:
+    KtDbObjectId first_;
+};
+
+TEST_F(BlockInit, RepresentationsOfAListThatBreaksOffAreLeftOut) {
+    const KtDbObjectId pump = edit_.defineDynamic(L"pump");
+    BreakingOff breaking(edit_.represent(pump, L"1"));
+    const OtherExtension other(&breaking);
+    EXPECT_EQ(toIds(monitor(pump).recordIds()), Ids{pump});
+    EXPECT_EQ(owner_->takeRepresentations(), Ids{});
+}
+
 TEST_F(BlockInit, AGraphThatCannotBeHadCountsAsNone) {
     const KtDbObjectId pump = edit_.defineDynamic(L"pump");
     edit_.represent(pump, L"1");

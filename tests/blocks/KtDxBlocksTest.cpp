@@ -96,6 +96,7 @@ TEST_F(BlockTableMonitor, BeginsWithARescanNeededAndNothingPending) {
     EXPECT_EQ(blocks.database(), nullptr);
     EXPECT_TRUE(blocks.modelSpaceId().isNull());
     EXPECT_EQ(blocks.layoutIds().growLength(), 8U);
+    EXPECT_EQ(blocks.monitoredCount(), 0);
 }
 
 TEST_F(BlockTableMonitor, IsMadeScannedAndDisabled) {

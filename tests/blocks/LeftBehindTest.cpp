@@ -122,6 +122,17 @@ TEST_F(LeftBehind, OneThatIsReleasedMeanwhileIsNotMissed) {
     EXPECT_EQ(reactorCount(), 0U);
 }
 
+TEST_F(LeftBehind, IsNoReferenceThatWasReleased) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = enabledMonitor(valve_);
+    edit_.erase(reference);
+    edit_.release();
+    must(block.setEnabled(false));
+    faults().reset();
+    owner_->reset();
+    EXPECT_EQ(faults().calls(HostCall::openObject), 0U);
+}
+
 TEST_F(LeftBehind, AllRecordsAreBehindOneThatWillNotOpen) {
     const KtDbObjectId pump = edit_.defineDynamic(L"pump");
     for (const wchar_t* label : {L"1", L"2", L"3"}) {

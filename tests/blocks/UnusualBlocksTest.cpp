@@ -264,6 +264,16 @@ TEST_F(UnusualMonitor, IsDestroyedThoughTheBlockTableCannotBeLetGoOf) {
     must(blockTable->removeReactor(gone));
 }
 
+TEST_F(UnusualMonitor, IsDestroyedWithoutAskingAgainForAFilterThatWasRefused) {
+    auto made = std::make_unique<KtDxBlocks>();
+    must(made->attachDocument(&record()));
+    faults().fail(HostCall::registerFilter, 1, Orbx::eInvalidInput);
+    must(made->setEnabled(true));
+    faults().reset();
+    made.reset();
+    EXPECT_EQ(faults().calls(HostCall::registerFilter), 0U);
+}
+
 TEST_F(UnusualMonitor, IsDestroyedDisabledWithoutTouchingAnything) {
     auto made = std::make_unique<KtDxBlocks>();
     must(made->attachDocument(&record()));

@@ -79,6 +79,19 @@ TEST(TemplateLimits, HoldForAnAttributeCountThatIsAllTooBig) {
     expectModestPeak(TemplateBytes().header(1).newClass().body(u"B", 1, 0x7FFFFFFF).attribute(u"T", 1));
 }
 
+/// A text of a million characters.
+TemplateBytes longText(TemplateBytes bytes) {
+    return bytes.u8(0xFF).u16(0xFFFF).u32(1'000'000).raw(std::string(1'000'000, 'x'));
+}
+
+TEST(TemplateLimits, HoldForABlockCountThatIsTooBigForALongFile) {
+    expectModestPeak(longText(TemplateBytes().u32(1).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 40).newClass()));
+}
+
+TEST(TemplateLimits, HoldForAnAttributeCountThatIsTooBigForALongFile) {
+    expectModestPeak(longText(TemplateBytes().header(1).newClass().body(u"B", 1, 0x7FFFFFFF)));
+}
+
 TEST(TemplateLimits, HoldForATextThatIsAllTooLong) {
     expectModestPeak(
         TemplateBytes().header(1).newClass().u8(0xFF).u16(0xFFFF).u32(0xFFFFFFFF).u64(1ULL << 62).raw("x"));

@@ -9,6 +9,7 @@
 #include <KtRxService.h>
 #include <KtUtResource.h>
 
+#include <string>
 #include <vector>
 
 /// The entry point and a host that answers as a test wants it, where the reference host never would.
@@ -35,6 +36,19 @@ private:
 KtRxDictionary* registryInstead = nullptr;
 HMODULE libraryInstead = nullptr;
 
+/// What was asked of the host, and how things stood then.
+struct Asked {
+    std::wstring library;
+    int language = -1;
+    int flags = -1;
+    bool hadService = false;
+    bool hadApplication = false;
+    void* applicationId = nullptr;
+    int flagsAtFreeing = -1;
+};
+
+Asked asked;
+
 } // namespace
 
 // The module's objects find these before the host's.
@@ -43,8 +57,24 @@ KtRxDictionary* ktrxSysRegistry() {
     return registryInstead != nullptr ? registryInstead : &kthost::SystemRegistry::current()->root();
 }
 
-HMODULE KtUtResource::loadDll(const wchar_t* name, int /*language*/, int /*flags*/) {
+HMODULE KtUtResource::loadDll(const wchar_t* name, int language, int flags) {
+    asked.library = name;
+    asked.language = language;
+    asked.flags = flags;
     return libraryInstead != nullptr ? libraryInstead : kthost::ModuleLoader::current()->loadResource(name);
+}
+
+bool KtUtResource::freeDll(HMODULE library, int flags) {
+    asked.flagsAtFreeing = flags;
+    const bool done = kthost::ModuleLoader::current()->freeResource(library); // counts it
+    return done || (library != nullptr && library == libraryInstead);
+}
+
+bool ktrxRegisterAppMDIAware(void* applicationId) {
+    asked.applicationId = applicationId;
+    asked.hadService = ktrxServiceIsRegistered(L"KtDxNotify");
+    asked.hadApplication = gApplication != nullptr;
+    return kthost::ModuleLoader::current()->markMdiAware(applicationId);
 }
 
 namespace {
@@ -98,7 +128,10 @@ TEST_F(HostAnswers, NothingIsDeletedThatTheDictionaryDidNotHaveAnyMore) {
 /// Initialising with a resource library that the host has found.
 class Initialising : public ModuleTest {
 protected:
-    Initialising() { libraryInstead = reinterpret_cast<HMODULE>(&library_); }
+    Initialising() {
+        libraryInstead = reinterpret_cast<HMODULE>(&library_);
+        asked = {};
+    }
 
     ~Initialising() override {
         libraryInstead = nullptr;
@@ -113,6 +146,29 @@ TEST_F(Initialising, MakesTheApplicationAndKeepsTheLibrary) {
     EXPECT_TRUE(hears(gApplication));
     EXPECT_EQ(gResourceInstance, libraryInstead);
     EXPECT_EQ(ktrxEntryPoint(2, nullptr), 0);
+}
+
+TEST_F(Initialising, LoadsTheLibraryInTheHostsOwnLanguageAndWay) {
+    EXPECT_EQ(ktrxEntryPoint(1, nullptr), 0);
+    EXPECT_EQ(asked.library, L"KtDxNotifyRes.dll");
+    EXPECT_EQ(asked.language, 0);
+    EXPECT_EQ(asked.flags, 0);
+    EXPECT_EQ(ktrxEntryPoint(2, nullptr), 0);
+}
+
+TEST_F(Initialising, DeclaresSeveralDocumentsBehindTheServiceAndBeforeTheApplication) {
+    EXPECT_EQ(ktrxEntryPoint(1, &library_), 0);
+    EXPECT_EQ(asked.applicationId, &library_);
+    EXPECT_TRUE(asked.hadService);
+    EXPECT_FALSE(asked.hadApplication);
+    EXPECT_EQ(ktrxEntryPoint(2, nullptr), 0);
+}
+
+TEST_F(Initialising, IsForgottenWhenTheLibraryIsFreed) {
+    ASSERT_EQ(ktrxEntryPoint(1, nullptr), 0);
+    EXPECT_EQ(ktrxEntryPoint(2, nullptr), 0);
+    EXPECT_EQ(asked.flagsAtFreeing, 0);
+    EXPECT_EQ(gResourceInstance, nullptr);
 }
 
 TEST_F(Initialising, IsRefusedForAServiceThatIsRegisteredAndUndoesNothing) {

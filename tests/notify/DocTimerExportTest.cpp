@@ -49,6 +49,12 @@ protected:
     ClientCallbacks callbacks_;
 };
 
+TEST_F(DocTimerAttach, MakesNoRecordForNoCallback) {
+    application_->removeData(&document_);
+    EXPECT_EQ(ktdxDocTimerAttach(&document_, nullptr, 0, 1), 0);
+    EXPECT_EQ(record(), nullptr);
+}
+
 TEST_F(DocTimerAttach, HasTheCallbackCalledAfterEveryCommand) {
     EXPECT_EQ(attach(0), 1);
     EXPECT_THAT(callsAfterCommand(), ElementsAre(0));

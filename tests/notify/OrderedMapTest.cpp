@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <new>
@@ -24,7 +25,7 @@ using Expected = std::map<std::uint32_t, std::uint32_t>;
 /// So many that there are chunks of every kind.
 constexpr std::uint32_t kMany = 2000;
 
-Expected contentsOf(const Map& map) {
+Expected entriesOf(const Map& map) {
     Expected contents;
     std::uint32_t before = 0;
     for (const auto& [key, value] : map) {
@@ -48,6 +49,15 @@ TEST(OrderedMap, StartsEmpty) {
     EXPECT_EQ(map.begin(), map.end());
     EXPECT_FALSE(map.contains(1));
     EXPECT_EQ(map.lower_bound(1), map.end());
+}
+
+TEST(OrderedMap, TellsItsPlacesApart) {
+    Map map;
+    fill(map, kMany);
+    for (auto place = map.begin(); place != map.end(); ++place) {
+        ASSERT_EQ(place, map.find(place->first));
+        ASSERT_NE(place, std::next(place)) << place->first;
+    }
 }
 
 TEST(OrderedMap, IsWalkedInAscendingOrderOfKeys) {
@@ -113,7 +123,7 @@ TEST(OrderedMap, ErasesInAWalk) {
     for (std::uint32_t key = 0; key < kMany; key += 3) {
         thirds[key] = key;
     }
-    EXPECT_EQ(contentsOf(map), thirds);
+    EXPECT_EQ(entriesOf(map), thirds);
 }
 
 TEST(OrderedMap, RemovesWhatIsAskedFor) {
@@ -121,6 +131,48 @@ TEST(OrderedMap, RemovesWhatIsAskedFor) {
     fill(map, kMany);
     map.removeIf([](const auto& entry) { return entry.first != 500; });
     EXPECT_THAT(map, ElementsAre(Pair(500, 500)));
+    EXPECT_EQ(map.size(), 1U);
+}
+
+TEST(OrderedMap, TakesAnElementAtAnyPlaceBetweenOthers) {
+    constexpr std::uint32_t kFew = 200; // several chunks, all but the last full
+    for (std::uint32_t between = 1; between < 2 * kFew; between += 2) {
+        Map map;
+        for (std::uint32_t i = 0; i < kFew; ++i) {
+            map[2 * i] = i;
+        }
+        const auto [place, isNew] = map.emplace(between, between);
+        ASSERT_TRUE(isNew);
+        ASSERT_EQ(place->first, between);
+        ASSERT_EQ(entriesOf(map).size(), kFew + 1);
+        ASSERT_EQ(std::next(map.find(between - 1))->first, between);
+    }
+}
+
+TEST(OrderedMap, IsEmptiedFromEitherEnd) {
+    for (const bool fromTheEnd : {true, false}) {
+        Map map;
+        fill(map, kMany);
+        for (std::uint32_t i = 0; i < kMany; ++i) {
+            const std::uint32_t key = fromTheEnd ? kMany - 1 - i : i;
+            const std::uint32_t next = fromTheEnd ? key - 1 : key + 1;
+            ASSERT_EQ(map.erase(key), 1U);
+            ASSERT_FALSE(map.contains(key));
+            ASSERT_EQ(map.contains(next), i + 1 < kMany);
+        }
+        EXPECT_TRUE(map.empty());
+        EXPECT_EQ(map.begin(), map.end());
+    }
+}
+
+TEST(OrderedMap, ErasesWithoutMemory) {
+    Map map;
+    fill(map, kMany);
+    const FailingFiltered none([](const void*) { return true; }, 1, true);
+    for (std::uint32_t i = 0; i < kMany; ++i) {
+        ASSERT_EQ(map.erase(i * 769 % kMany), 1U);
+    }
+    EXPECT_TRUE(map.empty());
 }
 
 TEST(OrderedMap, DoesWhatTheLibrarysMapDoes) {
@@ -140,14 +192,14 @@ TEST(OrderedMap, DoesWhatTheLibrarysMapDoes) {
         ASSERT_EQ(map.contains(key), expected.contains(key));
         ASSERT_EQ(map.size(), expected.size());
     }
-    EXPECT_EQ(contentsOf(map), expected);
+    EXPECT_EQ(entriesOf(map), expected);
 }
 
 TEST(OrderedMap, IsUnchangedWithoutMemory) {
     Map map;
     for (std::uint32_t i = 0; i < kMany; ++i) {
         const std::uint32_t key = i * 769 % kMany; // in no order
-        const Expected before = i % 50 == 0 ? contentsOf(map) : Expected();
+        const Expected before = i % 50 == 0 ? entriesOf(map) : Expected();
         for (std::size_t k = 1; !map.contains(key); ++k) {
             const FailingAllocation none(k);
             try {
@@ -159,7 +211,7 @@ TEST(OrderedMap, IsUnchangedWithoutMemory) {
         if (i % 50 == 0) {
             Expected with = before;
             with[key] = key;
-            ASSERT_EQ(contentsOf(map), with);
+            ASSERT_EQ(entriesOf(map), with);
         }
     }
     EXPECT_EQ(map.size(), kMany);
@@ -181,6 +233,67 @@ TEST(OrderedMap, HasAnotherStampWheneverEntriesHaveComeOrGone) {
     EXPECT_TRUE(hasChanged());
     map.clear();
     EXPECT_TRUE(hasChanged());
+}
+
+TEST(OrderedMap, HasAGreaterStampThanAnyThatChangedBefore) {
+    Map first;
+    Map second;
+    std::uint64_t greatest = 0;
+    for (std::uint32_t key = 0; key < 10; ++key) {
+        Map& changed = key % 3 == 0 ? first : second;
+        changed.emplace(key, key);
+        EXPECT_GT(changed.changeStamp(), greatest);
+        greatest = changed.changeStamp();
+    }
+}
+
+TEST(OrderedMap, SwapsEntriesAndHasAnotherStampThen) {
+    Map one;
+    Map three;
+    fill(one, 1);
+    fill(three, 3);
+    const std::uint64_t before = three.changeStamp();
+    one.swap(three);
+    EXPECT_EQ(entriesOf(one).size(), 3U);
+    EXPECT_EQ(entriesOf(three).size(), 1U);
+    EXPECT_GT(one.changeStamp(), before);
+    EXPECT_GT(three.changeStamp(), before);
+    EXPECT_NE(one.changeStamp(), three.changeStamp());
+}
+
+TEST(OrderedMap, HasAnotherStampIfAnyEntryIsRemoved) {
+    Map map;
+    fill(map, kMany);
+    const std::uint64_t before = map.changeStamp();
+    map.removeIf([](const auto&) { return false; });
+    EXPECT_EQ(map.changeStamp(), before);
+    map.removeIf([](const auto& entry) { return entry.first == 500; });
+    EXPECT_GT(map.changeStamp(), before);
+    EXPECT_EQ(entriesOf(map).size(), kMany - 1);
+}
+
+TEST(OrderedMap, IsEmptyOnceItIsCleared) {
+    Map map;
+    fill(map, kMany);
+    map.clear();
+    EXPECT_EQ(entriesOf(map), Expected());
+    fill(map, 3);
+    EXPECT_EQ(entriesOf(map).size(), 3U);
+}
+
+TEST(OrderedMap, HasPlacesThatGoOnAndTellWhereTheyWere) {
+    Map map;
+    fill(map, 2);
+    auto place = map.begin();
+    EXPECT_EQ((place++)->first, 0U);
+    EXPECT_EQ(place->first, 1U);
+}
+
+TEST(OrderedMap, HasNoOthersStampBeforeItHasItsFirst) {
+    Map changed;
+    const Map fresh;
+    changed.emplace(1, 10);
+    EXPECT_NE(fresh.changeStamp(), changed.changeStamp());
 }
 
 TEST(OrderedMap, OwnsItsValues) {

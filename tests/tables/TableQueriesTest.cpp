@@ -12,6 +12,7 @@
 #include "kthost/database/OpenObjects.h"
 #include "kthost/database/References.h"
 #include "tests/support/FailingAllocation.h"
+#include "tests/support/HostTrace.h"
 #include "tests/support/MadeUpRecord.h"
 #include "tests/support/ModuleTest.h"
 
@@ -88,6 +89,16 @@ TEST_F(TableQueries, AppendNothingInADrawingWithoutTables) {
     place(addDefinition(L"R"));
     EXPECT_THAT(tableBlocks(), IsEmpty());
     EXPECT_THAT(tables(), IsEmpty());
+}
+
+TEST_F(TableQueries, ReadTheRecordsOfTheTableAndThenThoseThatDrawTables) {
+    const KtDbObjectId block = kthost::definitionOf(drawTable());
+    const HostTrace trace;
+    tables();
+    EXPECT_THAT(trace.calls({{database().blockTableId(), "table"}, {block, "block"}}),
+                ElementsAre("open table read", "newIterator table", "start table atBeginning skipErased",
+                            "open block read", "close block", "close table", "open block read",
+                            "getBlockReferenceIds block directOnly forceValidity", "close block"));
 }
 
 TEST_F(TableQueries, FindTheBlockAndTheReferenceOfATable) {

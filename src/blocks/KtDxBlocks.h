@@ -128,7 +128,7 @@ public:
 private:
     Orbx::ErrorStatus scanAllRecords();
     Orbx::ErrorStatus scanRecord(const KtDbBlockTableRecord* record);
-    KtDbObjectId keyOf(const KtDbBlockTableRecord* record);
+    KtDbObjectId keyOf(const KtDbBlockTableRecord* record, KtDbObjectId id);
     std::uint32_t countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,
                                    KtDbObjectIdSet& visited);
     KtDbObjectId countedContainer(KtDbObjectId container) const;

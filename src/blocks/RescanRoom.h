@@ -1,6 +1,5 @@
 #pragma once
 
-#include "blocks/RecordedOrder.h"
 #include "blocks/RecordedReferences.h"
 #include "blocks/RunMerger.h"
 
@@ -13,9 +12,7 @@
 struct RescanRoom {
     KtDbObjectIdArray listed{0, 8};     ///< by the host
     RunMerger listedInOrder;            ///< the same
-    RecordedOrder recorded;             ///< before
     std::vector<KtDbObjectId> previous; ///< recorded before and not met again where it was
-    RunMerger previousInOrder;          ///< the same
     bool isLent = false;
 };
 

@@ -116,6 +116,8 @@ private:
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
     Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
     void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference, KtDbObjectIdArray*& recorded);
+    std::size_t usualAttributes() const;
+    void fitAttributes(KtDbObjectIdArray& recorded);
     void makeRoomForAttributes();
     void attachAllReferences();
     void detachAttributesOf(KtDbObjectId reference);

@@ -5,10 +5,12 @@
 #include <KtDbBlockTableRecord.h>
 
 #include "blocks/KtDxBlock.h"
+#include "blocks/KtDxBlocks.h"
 #include "blocks/OpenedObject.h"
-#include "blocks/RunMerger.h"
+#include "blocks/RescanRoom.h"
 #include "blocks/SortUnique.h"
 
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <tuple>
@@ -35,34 +37,16 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
     return attachRecords(enable);
 }
 
-namespace {
-
-/// Of the containers up to the first without an array.
-std::vector<KtDbObjectId> recordedIn(const KtDxBlock::References& containers) {
-    std::vector<KtDbObjectId> ids;
-    for (const auto& [container, references] : containers) {
-        if (references == nullptr) {
-            break;
-        }
-        ids.insert(ids.end(), references->begin(), references->end());
-    }
-    return ids;
-}
-
-} // namespace
-
 /// References come container by container, and so in no order of their ids. Entries that are made beforehand,
 /// in ascending order, lie without gaps. Should there be no memory for that, they are made one by one.
 void KtDxBlock::makeRoomForAttributes() {
-    if (referencesByContainer_.size() < 2) {
+    if (!attributesByReference_.empty()) {
         return;
     }
     try {
-        RunMerger merger;
-        const IdVector ids = recordedIn(referencesByContainer_);
-        for (const KtDbObjectId reference : merger.ascending(ids)) {
-            attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8));
-        }
+        attributesByReference_.fill(recordedOrder_.size(), [this](std::size_t index) {
+            return Attributes::value_type(recordedOrder_.referenceAt(index), KtDbObjectIdArray(0, 8));
+        });
     } catch (const std::bad_alloc&) {
         return;
     }
@@ -130,23 +114,8 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
     return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
 }
 
-/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
-/// has its attributes twice, and letting go of it once lets go of them all.
-Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
-    const auto entry = attributesByReference_.find(reference);
-    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : &entry->second;
-    try {
-        for (; !attributes.done(); attributes.step()) {
-            attachAttribute(attributes.objectId(), reference, recorded);
-        }
-    } catch (const std::bad_alloc&) {
-        return Orbx::eMissing;
-    }
-    return Orbx::eOk;
-}
-
-void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
-                                KtDbObjectIdArray*& recorded) {
+inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
+                                       KtDbObjectIdArray*& recorded) {
     if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
         attribute.isEffectivelyErased()) {
         return;
@@ -160,6 +129,46 @@ void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference,
     }
     recorded->append(attribute);            // first, as it may fail: what is heard has to be known
     std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
+}
+
+/// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
+/// has its attributes twice, and letting go of it once lets go of them all.
+Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+    const auto entry = attributesByReference_.find(reference);
+    KtDbObjectIdArray* recorded = entry == attributesByReference_.end() ? nullptr : &entry->second;
+    try {
+        if (recorded != nullptr && recorded->physicalLength() == 0) {
+            recorded->setPhysicalLength(usualAttributes());
+        }
+        for (; !attributes.done(); attributes.step()) {
+            attachAttribute(attributes.objectId(), reference, recorded);
+        }
+    } catch (const std::bad_alloc&) {
+        return Orbx::eMissing;
+    }
+    if (recorded != nullptr) {
+        fitAttributes(*recorded);
+    }
+    return Orbx::eOk;
+}
+
+/// As many as the reference before had: most have the same.
+std::size_t KtDxBlock::usualAttributes() const {
+    return owner_ == nullptr ? 0 : owner_->rescanRoom().attributesEach;
+}
+
+/// There is one such array for each reference, so that room for what never comes is most of what they take.
+void KtDxBlock::fitAttributes(KtDbObjectIdArray& recorded) {
+    try {
+        if (recorded.physicalLength() != recorded.length()) {
+            recorded.setPhysicalLength(recorded.length());
+        }
+    } catch (const std::bad_alloc&) {
+        return; // it stays too large
+    }
+    if (owner_ != nullptr) {
+        owner_->rescanRoom().attributesEach = recorded.length();
+    }
 }
 
 void KtDxBlock::detachAttributesOf(KtDbObjectId reference) {

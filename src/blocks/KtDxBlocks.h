@@ -133,7 +133,7 @@ private:
                                    KtDbObjectIdSet& visited);
     KtDbObjectId countedContainer(KtDbObjectId container) const;
     Orbx::ErrorStatus collectNestedInChanged(KtDbObjectIdSet& nested);
-    bool hasEmptyEntry() const;
+    bool hasEmptyEntry();
     void markChanged(const KtDbObjectIdSet& blocks);
     void markAllChanged();
     void takeCallbacksOfChanged(KtDxCallbackSet& callbacks);
@@ -156,4 +156,6 @@ private:
     KtDbObjectId heardTable_; // also after an enabling that failed half-way, and after a reset
     BlockNesting nesting_;    // up to date only while it is asked
     RescanRoom rescanRoom_;
+    std::uint64_t emptyEntryStamp_ = 0; // of the monitors when they were last looked over for an empty entry
+    bool hasEmptyEntry_ = false;
 };

@@ -3,6 +3,7 @@
 #include "blocks/RecordedReferences.h"
 #include "blocks/RunMerger.h"
 
+#include <cstddef>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@ struct RescanRoom {
     KtDbObjectIdArray listed{0, 8};     ///< by the host
     RunMerger listedInOrder;            ///< the same
     std::vector<KtDbObjectId> previous; ///< recorded before and not met again where it was
+    std::size_t attributesEach = 0;     ///< of the latest reference that was attached to
     bool isLent = false;
 };
 

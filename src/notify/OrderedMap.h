@@ -41,6 +41,7 @@ public:
             return emplace(key, std::move(value));
         }
         entry->second = std::move(value);
+        this->noteChange();
         return {entry, false};
     }
 

@@ -7,10 +7,11 @@ namespace bench {
 
 /// Whether that is the model space of its own drawing.
 inline bool isModelSpace(KtDbObjectId id) {
-    if (id.isNull() || !id.isValid() || id.database() == nullptr) {
+    if (id.isNull() || !id.isValid()) {
         return false;
     }
-    return id == KtDbSymbolUtilities::servicesPtr()->blockModelSpaceId(id.database());
+    const KtDbDatabase* database = id.database();
+    return database != nullptr && id == KtDbSymbolUtilities::servicesPtr()->blockModelSpaceId(database);
 }
 
 } // namespace bench

@@ -6,6 +6,7 @@
 #include "blocks/BlockNesting.h"
 #include "blocks/KtDbBlockTableIter.h"
 #include "blocks/KtDxBlocks.h"
+#include "blocks/ModelSpace.h"
 
 #include <new>
 #include <vector>

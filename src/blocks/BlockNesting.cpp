@@ -6,17 +6,17 @@
 #include <utility>
 
 void BlockNesting::update(const BlockMonitors& monitors) {
-    if (isKept_) {
+    if (isKept_ || looked_ == lastChangeStamp()) {
         return;
     }
     const std::uint64_t containersStamp = findSources(monitors);
-    if (monitorsStamp_ == monitors.changeStamp() && containersStamp_ == containersStamp) {
-        return;
+    if (monitorsStamp_ != monitors.changeStamp() || containersStamp_ != containersStamp) {
+        monitorsStamp_ = ~std::uint64_t{0}; // until it is drawn
+        draw();
+        monitorsStamp_ = monitors.changeStamp();
+        containersStamp_ = containersStamp;
     }
-    monitorsStamp_ = ~std::uint64_t{0}; // until it is drawn
-    draw();
-    monitorsStamp_ = monitors.changeStamp();
-    containersStamp_ = containersStamp;
+    looked_ = lastChangeStamp();
 }
 
 /// Asks every monitor once. What comes back is greater than before as soon as any of them got or lost a

@@ -30,10 +30,10 @@ public:
 
     bool done() const { return iterator_ == nullptr || iterator_->done(); }
 
-    /// Null when the host cannot tell.
+    /// Null when the host cannot tell, and behind the last.
     KtDbObjectId recordId() const {
         KtDbObjectId id;
-        if (!done() && iterator_->getRecordId(id) != Orbx::eOk) {
+        if (iterator_ != nullptr && iterator_->getRecordId(id) != Orbx::eOk) {
             id = KtDbObjectId();
         }
         return id;

@@ -4,7 +4,6 @@
 #include <KtDbBlockRepresentation.h>
 #include <KtDbBlockTableRecord.h>
 #include <KtDbEvalGraph.h>
-#include <KtDbSymbolUtilities.h>
 #include <KtRxClass.h>
 
 #include "blocks/KtDxBlocks.h"
@@ -113,6 +112,8 @@ void KtDxBlock::reset() {
     owner_ = nullptr;
     blockId_ = KtDbObjectId();
     referencesByContainer_.clear();
+    recordedOrder_.cut(0);
+    recordedOrder_.settle(referencesByContainer_);
     callbackSet_.clear();
 }
 
@@ -141,6 +142,7 @@ void KtDxBlock::openedForModify(const KtDbObject* object) {
 // Marks and callbacks
 
 KtDxBlock::References* KtDxBlock::references() {
+    isOrderDoubtful_ = true; // they can be changed now
     return &referencesByContainer_;
 }
 
@@ -186,12 +188,4 @@ void KtDxBlock::removeCallback(KtRxCallback callback) {
     if (callback != nullptr) {
         callbackSet_.erase(callback);
     }
-}
-
-bool isModelSpaceBlockId(KtDbObjectId id) {
-    if (id.isNull() || !id.isValid()) {
-        return false;
-    }
-    const KtDbDatabase* database = id.database();
-    return database != nullptr && id == KtDbSymbolUtilities::servicesPtr()->blockModelSpaceId(database);
 }

@@ -4,6 +4,7 @@
 #include <KtDbObjectReactor.h>
 #include <KtRxCallback.h>
 
+#include "blocks/RecordedOrder.h"
 #include "blocks/RecordedReferences.h"
 #include "notify/ByAddress.h"
 #include "notify/KtDxEnableBase.h"
@@ -12,6 +13,7 @@
 #include <cstddef>
 #include <memory>
 #include <set>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -54,7 +56,7 @@ public:
     virtual Orbx::ErrorStatus update(KtDbObjectId recordId);
     /// Rescans the references.
     virtual Orbx::ErrorStatus refresh();
-    /// Owned by the monitor.
+    /// Owned by the monitor. Containers may be entered and removed through it until the next update.
     virtual References* references();
     virtual bool needsUpdate() const;
     /// Setting the mark tells the owner first, and does nothing without one.
@@ -96,6 +98,12 @@ private:
 
     Orbx::ErrorStatus tryRescan(Rescan& pass);
     Orbx::ErrorStatus rescan(Rescan& pass);
+    std::span<const KtDbObjectId> records() const;
+    bool checkOrder(Rescan& pass);
+    void forgetOrder(Rescan& pass);
+    void stopFollowing(Rescan& pass);
+    void settleOrder(const Rescan& pass);
+    void cutContainers(KtDbObjectId first);
     void findRepresentations();
     Orbx::ErrorStatus listReferences(KtDbObjectIdArray& listed) const;
     Orbx::ErrorStatus meetReference(KtDbObjectId reference, Rescan& pass);
@@ -110,6 +118,8 @@ private:
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
     Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
     void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference);
+    std::size_t usualAttributes() const;
+    void fitAttributes(KtDbObjectId reference);
     void makeRoomForAttributes();
     void removeEmptyAttributes();
     void detachAttributesOf(KtDbObjectId reference);
@@ -132,10 +142,9 @@ private:
     KtDxCallbackSet callbackSet_;
     Attributes attributesByReference_;
     KtDbObjectIdArray recordIds_;
+    RecordedOrder recordedOrder_;
+    bool isOrderDoubtful_ = false; // not before it has been checked does a rescan go by it
     IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
     Rescan* running_ = nullptr; // the innermost, where an update calls out and is called back
     bool claimed_ = false;
 };
-
-/// True exactly when the id is that of the model space of its own database.
-bool isModelSpaceBlockId(KtDbObjectId id);

@@ -5,10 +5,12 @@
 #include <KtDbBlockTableRecord.h>
 
 #include "blocks/KtDxBlock.h"
+#include "blocks/KtDxBlocks.h"
 #include "blocks/OpenedObject.h"
-#include "blocks/RunMerger.h"
+#include "blocks/RescanRoom.h"
 #include "blocks/SortUnique.h"
 
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <tuple>
@@ -35,34 +37,16 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
     return attachRecords(enable);
 }
 
-namespace {
-
-/// Of the containers up to the first without an array.
-std::vector<KtDbObjectId> recordedIn(const KtDxBlock::References& containers) {
-    std::vector<KtDbObjectId> ids;
-    for (const auto& [container, references] : containers) {
-        if (references == nullptr) {
-            break;
-        }
-        ids.insert(ids.end(), references->begin(), references->end());
-    }
-    return ids;
-}
-
-} // namespace
-
 /// References come container by container, and so in no order of their ids. Entries that are made beforehand,
 /// in ascending order, lie without gaps. Should there be no memory for that, they are made one by one.
 void KtDxBlock::makeRoomForAttributes() {
-    if (referencesByContainer_.size() < 2) {
+    if (!attributesByReference_.empty()) {
         return;
     }
     try {
-        RunMerger merger;
-        const IdVector ids = recordedIn(referencesByContainer_);
-        for (const KtDbObjectId reference : merger.ascending(ids)) {
-            attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8));
-        }
+        attributesByReference_.fill(recordedOrder_.size(), [this](std::size_t index) {
+            return Attributes::value_type(recordedOrder_.referenceAt(index), KtDbObjectIdArray(0, 8));
+        });
     } catch (const std::bad_alloc&) {
         return;
     }
@@ -134,6 +118,24 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
     return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
 }
 
+inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference) {
+    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
+        attribute.isEffectivelyErased()) {
+        return;
+    }
+    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
+    if (!opened) {
+        return;
+    }
+    KtDbObjectIdArray& recorded =
+        attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first->second;
+    if (recorded.physicalLength() == 0) {
+        recorded.setPhysicalLength(usualAttributes());
+    }
+    recorded.append(attribute);             // first, as it may fail: what is heard has to be known
+    std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
+}
+
 /// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
 /// has its attributes twice, and letting go of it once lets go of them all.
 Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
@@ -144,21 +146,32 @@ Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObject
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
+    fitAttributes(reference);
     return Orbx::eOk;
 }
 
-void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference) {
-    if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
-        attribute.isEffectivelyErased()) {
+/// As many as the reference before had: most have the same.
+std::size_t KtDxBlock::usualAttributes() const {
+    return owner_ == nullptr ? 0 : owner_->rescanRoom().attributesEach;
+}
+
+/// There is one such array for each reference, so that room for what never comes is most of what they take.
+void KtDxBlock::fitAttributes(KtDbObjectId reference) {
+    const auto entry = attributesByReference_.find(reference);
+    if (entry == attributesByReference_.end()) {
         return;
     }
-    const OpenedObject<KtDbAttribute> opened(attribute, KtDb::kForNotify, true);
-    if (!opened) {
-        return;
+    KtDbObjectIdArray& recorded = entry->second;
+    try {
+        if (recorded.physicalLength() != recorded.length()) {
+            recorded.setPhysicalLength(recorded.length());
+        }
+    } catch (const std::bad_alloc&) {
+        return; // it stays too large
     }
-    const auto entry = attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first;
-    entry->second.append(attribute);        // first, as it may fail: what is heard has to be known
-    std::ignore = opened->addReactor(this); // an attribute that cannot be heard is let go of like others
+    if (owner_ != nullptr) {
+        owner_->rescanRoom().attributesEach = recorded.length();
+    }
 }
 
 /// Leaves an empty entry.

@@ -5,12 +5,13 @@
 
 #include "blocks/KtDxBlock.h"
 #include "blocks/KtDxBlocks.h"
+#include "blocks/ModelSpace.h"
 #include "blocks/OpenedObject.h"
 #include "blocks/RescanRoom.h"
 #include "blocks/SortUnique.h"
 
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <new>
 #include <span>
@@ -40,27 +41,20 @@ struct KtDxBlock::Rescan {
     BorrowedRescanRoom room;
     std::span<const KtDbObjectId> candidates; ///< listed by the host, ascending, each once; all of it counts
                                               ///< as present, whether or not it can be opened
-    std::span<const KtDbObjectId> previous;   ///< recorded before and not followed, ascending
+    std::size_t followed = 0;                 ///< of the candidates, from the first on
     std::size_t nextPrevious = 0;
     bool isFollowing = true;
+    bool isAlone = true; ///< neither inside another of the same block nor with one inside it
 
-    /// Throws std::bad_alloc and has then changed nothing.
-    void stopFollowing() {
-        if (!isFollowing) {
-            return;
-        }
-        room->recorded.appendRest(room->previous);
-        previous = room->previousInOrder.ascending(room->previous);
-        room->recorded.cutRest();
-        isFollowing = false;
-    }
+    /// Of those recorded before and not followed, ascending.
+    const IdVector& previous() const { return room->previous; }
 
     /// Adds what was followed to the rest, in the room.
     void addFollowed() const {
         IdVector& all = room->previous;
-        const auto followed = candidates.first(room->recorded.followedCount());
+        const auto ids = candidates.first(followed);
         try {
-            all.insert(all.end(), followed.begin(), followed.end());
+            all.insert(all.end(), ids.begin(), ids.end());
         } catch (const std::bad_alloc&) {
             return; // the rest has to do
         }
@@ -69,10 +63,11 @@ struct KtDxBlock::Rescan {
 
     /// Of a reference that was not followed. Asked in ascending order.
     bool wasRecorded(KtDbObjectId reference) {
-        while (nextPrevious < previous.size() && previous[nextPrevious] < reference) {
+        const IdVector& ids = previous();
+        while (nextPrevious < ids.size() && ids[nextPrevious] < reference) {
             ++nextPrevious;
         }
-        return nextPrevious < previous.size() && previous[nextPrevious] == reference;
+        return nextPrevious < ids.size() && ids[nextPrevious] == reference;
     }
 };
 
@@ -103,7 +98,7 @@ Orbx::ErrorStatus KtDxBlock::update(KtDbObjectId recordId) {
         return Orbx::eInvalidBlockId;
     }
     try {
-        if (!recordIds_.contains(recordId)) {
+        if (recordId != blockId_ && !recordIds_.contains(recordId)) {
             addRecord(recordIds_, recordId, *owner_, this);
         }
     } catch (const std::bad_alloc&) {
@@ -127,16 +122,41 @@ Orbx::ErrorStatus KtDxBlock::tryRescan(Rescan& pass) {
     }
 }
 
+/// The record under which a reference with this owner is filed: for the model space of an attached drawing,
+/// the record of this drawing that stands for it.
+inline KtDbObjectId KtDxBlock::containerOf(KtDbObjectId owner) const {
+    const bool isForeignModelSpace = isModelSpaceBlockId(owner) && owner.database() != owner_->database();
+    return isForeignModelSpace ? owner_->findXrefBlock(owner) : owner;
+}
+
+inline Orbx::ErrorStatus KtDxBlock::meetReference(KtDbObjectId reference, Rescan& pass) {
+    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
+                                                  true); // erased ones count like others
+    const KtDbObjectId container = opened ? containerOf(opened->ownerId()) : KtDbObjectId();
+    if (container.isNull() || !container.isValid()) {
+        missContainer(reference, opened.status(), pass);
+        return Orbx::eOk;
+    }
+    if (pass.isFollowing && recordedOrder_.isAt(pass.followed, reference, container)) {
+        ++pass.followed;
+        return Orbx::eOk;
+    }
+    return fileReference(reference, container, pass);
+}
+
 Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
     RescanRoom& room = *pass.room;
     if (const Orbx::ErrorStatus status = listReferences(room.listed); status != Orbx::eOk) {
         return status;
     }
-    pass.candidates = room.listedInOrder.ascending({room.listed.begin(), room.listed.length()});
+    const std::span<const KtDbObjectId> listed{room.listed.begin(), room.listed.length()};
+    const bool isAsRecorded = recordedOrder_.hasReferences(listed); // and then in order
+    pass.candidates = isAsRecorded ? listed : room.listedInOrder.ascending(listed);
     if (running_ != nullptr) {
-        running_->stopFollowing(); // the lists that it follows are about to change
+        stopFollowing(*running_); // the lists that it follows are about to change
+        running_->isAlone = pass.isAlone = false;
     }
-    if (!room.recorded.start(referencesByContainer_)) {
+    if (isOrderDoubtful_ && !checkOrder(pass)) {
         return Orbx::eMissing;
     }
     const RunningRescan running(running_, pass);
@@ -145,18 +165,86 @@ Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
             return status;
         }
     }
-    if (!pass.isFollowing || !room.recorded.isAllFollowed()) {
+    if (!pass.isFollowing || pass.followed != recordedOrder_.size()) {
         dropMissing(pass);
         dropUnusedContainers();
+        settleOrder(pass);
     }
     setNeedsUpdate(false);
     return Orbx::eOk;
 }
 
+/// False when a container has no array.
+bool KtDxBlock::checkOrder(Rescan& pass) {
+    const bool hasAllArrays = std::none_of(referencesByContainer_.begin(), referencesByContainer_.end(),
+                                           [](const auto& entry) { return entry.second == nullptr; });
+    if (!hasAllArrays) {
+        return false;
+    }
+    if (recordedOrder_.isOf(referencesByContainer_)) {
+        isOrderDoubtful_ = false;
+    } else {
+        forgetOrder(pass);
+    }
+    return true;
+}
+
+/// Goes by the arrays themselves: nothing is followed.
+void KtDxBlock::forgetOrder(Rescan& pass) {
+    for (const auto& [container, references] : referencesByContainer_) {
+        pass.room->previous.insert(pass.room->previous.end(), references->begin(), references->end());
+    }
+    sortUnique(pass.room->previous);
+    recordedOrder_.reserve(pass.candidates.size());
+    recordedOrder_.cut(0);
+    for (const auto& [container, references] : referencesByContainer_) {
+        references->setLogicalLengthZero();
+    }
+    pass.isFollowing = false;
+}
+
+/// Throws std::bad_alloc and has then changed nothing.
+void KtDxBlock::stopFollowing(Rescan& pass) {
+    if (!pass.isFollowing) {
+        return;
+    }
+    recordedOrder_.appendRest(pass.followed, pass.room->previous);
+    recordedOrder_.reserve(pass.candidates.size());
+    if (!pass.previous().empty()) {
+        cutContainers(pass.previous().front());
+    }
+    recordedOrder_.cut(pass.followed);
+    recordedOrder_.unsettle();
+    isOrderDoubtful_ = true; // until this rescan has come to its end
+    pass.isFollowing = false;
+}
+
+/// Where one rescan runs inside another, both file what they meet, and the order has references twice.
+void KtDxBlock::settleOrder(const Rescan& pass) {
+    if (pass.isAlone) {
+        recordedOrder_.settle(referencesByContainer_);
+        isOrderDoubtful_ = false;
+    }
+}
+
+/// Forgets the references from this one on.
+void KtDxBlock::cutContainers(KtDbObjectId first) {
+    for (const auto& [container, references] : referencesByContainer_) {
+        const KtDbObjectId* const end = std::lower_bound(references->begin(), references->end(), first);
+        references->setLogicalLength(static_cast<std::size_t>(end - references->begin()));
+    }
+}
+
+/// The only record of most blocks is the definition: then the list of records need not be read.
+std::span<const KtDbObjectId> KtDxBlock::records() const {
+    return recordIds_.length() == 1 ? std::span(&blockId_, 1)
+                                    : std::span(recordIds_.begin(), recordIds_.length());
+}
+
 /// Everything that the host lists as a reference to one of the records, living or erased.
 Orbx::ErrorStatus KtDxBlock::listReferences(KtDbObjectIdArray& listed) const {
     listed.setLogicalLengthZero();
-    for (const KtDbObjectId recordId : recordIds_) {
+    for (const KtDbObjectId recordId : records()) {
         if (recordId.isErased()) {
             continue;
         }
@@ -176,37 +264,16 @@ Orbx::ErrorStatus KtDxBlock::listReferences(KtDbObjectIdArray& listed) const {
     return Orbx::eOk;
 }
 
-Orbx::ErrorStatus KtDxBlock::meetReference(KtDbObjectId reference, Rescan& pass) {
-    RecordedOrder& recorded = pass.room->recorded;
-    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
-                                                  true); // erased ones count like others
-    const KtDbObjectId owner = opened ? opened->ownerId() : KtDbObjectId();
-    std::uint32_t place = recorded.placeOf(owner);
-    KtDbObjectId container = owner;
-    if (place == IdNumbers::kNone || !recorded.isOwnContainer(place)) {
-        container = containerOf(owner);
-        if (container.isNull() || !container.isValid()) {
-            missContainer(reference, opened.status(), pass);
-            return Orbx::eOk;
-        }
-        place = container == owner ? recorded.noteOwnContainer(owner) : recorded.placeOf(container);
-    }
-    if (pass.isFollowing && place != IdNumbers::kNone && recorded.follow(place, reference)) {
-        return Orbx::eOk;
-    }
-    return fileReference(reference, container, pass);
-}
-
 /// Of a reference that is to be found nowhere.
 void KtDxBlock::missContainer(KtDbObjectId reference, Orbx::ErrorStatus why, Rescan& pass) {
-    pass.stopFollowing();
+    stopFollowing(pass);
     if (pass.wasRecorded(reference) && isEnabled()) {
         leaveBehind(reference, why); // recorded no more, and still heard
     }
 }
 
 Orbx::ErrorStatus KtDxBlock::fileReference(KtDbObjectId reference, KtDbObjectId container, Rescan& pass) {
-    pass.stopFollowing();
+    stopFollowing(pass);
     const bool isNew = !pass.wasRecorded(reference);
     if (isNew) {
         setChanged(true);
@@ -226,14 +293,8 @@ Orbx::ErrorStatus KtDxBlock::record(KtDbObjectId reference, KtDbObjectId contain
         return Orbx::eMissing;
     }
     references->append(reference);
+    recordedOrder_.append(reference, container);
     return Orbx::eOk;
-}
-
-/// The record under which a reference with this owner is filed: for the model space of an attached drawing,
-/// the record of this drawing that stands for it.
-KtDbObjectId KtDxBlock::containerOf(KtDbObjectId owner) const {
-    const bool isForeignModelSpace = isModelSpaceBlockId(owner) && owner.database() != owner_->database();
-    return isForeignModelSpace ? owner_->findXrefBlock(owner) : owner;
 }
 
 /// The container's array, made when the container is new, which is a change. Null when its entry has none.
@@ -248,10 +309,10 @@ KtDbObjectIdArray* KtDxBlock::containerArray(KtDbObjectId container) {
 
 /// Lets go of recorded references that the host lists no more, neither as living nor as erased.
 void KtDxBlock::dropMissing(Rescan& pass) {
-    pass.stopFollowing();
+    stopFollowing(pass);
     bool areAllThere = true;
     auto candidate = pass.candidates.begin();
-    for (const KtDbObjectId reference : pass.previous) {
+    for (const KtDbObjectId reference : pass.previous()) {
         while (candidate != pass.candidates.end() && *candidate < reference) {
             ++candidate;
         }

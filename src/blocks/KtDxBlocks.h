@@ -128,12 +128,12 @@ public:
 private:
     Orbx::ErrorStatus scanAllRecords();
     Orbx::ErrorStatus scanRecord(const KtDbBlockTableRecord* record);
-    KtDbObjectId keyOf(const KtDbBlockTableRecord* record);
+    KtDbObjectId keyOf(const KtDbBlockTableRecord* record, KtDbObjectId id);
     std::uint32_t countInTwoLevels(const KtDxBlock::References& references, KtDbObjectId container,
                                    KtDbObjectIdSet& visited);
     KtDbObjectId countedContainer(KtDbObjectId container) const;
     Orbx::ErrorStatus collectNestedInChanged(KtDbObjectIdSet& nested);
-    bool hasEmptyEntry() const;
+    bool hasEmptyEntry();
     void markChanged(const KtDbObjectIdSet& blocks);
     void markAllChanged();
     void takeCallbacksOfChanged(KtDxCallbackSet& callbacks);
@@ -156,4 +156,6 @@ private:
     KtDbObjectId heardTable_; // also after an enabling that failed half-way, and after a reset
     BlockNesting nesting_;    // up to date only while it is asked
     RescanRoom rescanRoom_;
+    std::uint64_t emptyEntryStamp_ = 0; // of the monitors when they were last looked over for an empty entry
+    bool hasEmptyEntry_ = false;
 };

@@ -82,9 +82,13 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
     return Orbx::eOk;
 }
 
-bool KtDxBlocks::hasEmptyEntry() const {
-    return std::any_of(blockMonitors_.begin(), blockMonitors_.end(),
-                       [](const auto& entry) { return entry.second == nullptr; });
+bool KtDxBlocks::hasEmptyEntry() {
+    if (emptyEntryStamp_ != blockMonitors_.changeStamp()) {
+        hasEmptyEntry_ = std::any_of(blockMonitors_.begin(), blockMonitors_.end(),
+                                     [](const auto& entry) { return entry.second == nullptr; });
+        emptyEntryStamp_ = blockMonitors_.changeStamp();
+    }
+    return hasEmptyEntry_;
 }
 
 void KtDxBlocks::markChanged(const KtDbObjectIdSet& blocks) {

@@ -72,23 +72,24 @@ Orbx::ErrorStatus KtDxBlocks::scanAllRecords() {
 }
 
 /// The key that decides whether a monitor known already takes the record.
-KtDbObjectId KtDxBlocks::keyOf(const KtDbBlockTableRecord* record) {
+KtDbObjectId KtDxBlocks::keyOf(const KtDbBlockTableRecord* record, KtDbObjectId id) {
     KtDbObjectId definition;
     if (record->isAnonymous()) {
         const BorrowedRescanRoom room(rescanRoom_);
         definition = representedDefinition(record, room->listed);
     }
-    return definition.isNull() ? record->objectId() : definition;
+    return definition.isNull() ? id : definition;
 }
 
 /// The key decides only whether a known monitor takes the record; a new monitor is always entered under the
 /// record's own id. So a representation that comes before its definition gets a monitor of its own, on
 /// purpose; one that comes after joins the definition's.
 Orbx::ErrorStatus KtDxBlocks::scanRecord(const KtDbBlockTableRecord* record) {
+    const KtDbObjectId id = record->objectId();
     if (record->isLayout()) {
-        layoutIds_.append(record->objectId());
+        layoutIds_.append(id);
     }
-    const auto known = blockMonitors_.find(keyOf(record));
+    const auto known = blockMonitors_.find(keyOf(record, id));
     if (known == blockMonitors_.end()) {
         KtDxBlock* made = nullptr;
         if (createBlockMonitor(made, record) == Orbx::eOk) {
@@ -100,7 +101,7 @@ Orbx::ErrorStatus KtDxBlocks::scanRecord(const KtDbBlockTableRecord* record) {
     if (monitor == nullptr) {
         return Orbx::eMissing;
     }
-    std::ignore = monitor->update(record->objectId()); // it keeps what it knew, until it is looked at again
+    std::ignore = monitor->update(id); // it keeps what it knew, until it is looked at again
     ++monitoredCount_;
     return Orbx::eOk;
 }

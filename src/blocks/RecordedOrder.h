@@ -1,69 +1,63 @@
 #pragma once
 
-#include "blocks/IdNumbers.h"
 #include "blocks/RecordedReferences.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
-/// Follows what is recorded of a block while its references are met again in ascending order. As long as each
-/// lies where it lay, and none is missing, nothing has to be written: not even a look at another list is
-/// needed to tell that.
+/// The recorded references of one block once more, in ascending order over all containers: as the host lists
+/// them. A rescan that finds everything where it is recorded reads this, side by side with the host's list,
+/// and nothing else.
 class RecordedOrder {
 public:
-    /// False when a container has no array. The arrays are not to be changed while this is in use. Throws
-    /// std::bad_alloc.
-    bool start(const RecordedReferences& references);
+    /// Whether it shows what is recorded. It does not after a rescan that broke off, nor when somebody else
+    /// has entered or removed containers.
+    bool isOf(const RecordedReferences& references) const { return stamp_ == references.changeStamp(); }
 
-    /// Number that stands for a container; IdNumbers::kNone for one that is neither recorded nor noted.
-    std::uint32_t placeOf(KtDbObjectId container) {
-        if (latest_ >= places_.size() || containers_.idOf(latest_) != container) {
-            latest_ = containers_.find(container);
-        }
-        return latest_;
+    /// Says that it does.
+    void settle(const RecordedReferences& references) { stamp_ = references.changeStamp(); }
+
+    /// Says that it does not, until it is settled.
+    void unsettle() { stamp_ = kNone; }
+
+    std::size_t size() const { return places_.length(); }
+
+    KtDbObjectId referenceAt(std::size_t index) const { return places_[index].reference; }
+
+    /// Whether these are its references, all of them in this order.
+    bool hasReferences(std::span<const KtDbObjectId> ids) const;
+
+    bool isAt(std::size_t index, KtDbObjectId reference, KtDbObjectId container) const {
+        return index < places_.length() && places_[index].reference == reference &&
+               places_[index].container == container;
     }
 
-    /// Whether what this record owns is known to be filed under itself.
-    bool isOwnContainer(std::uint32_t place) const { return places_[place].isOwnContainer; }
+    /// Appends those from `first` on.
+    void appendRest(std::size_t first, std::vector<KtDbObjectId>& rest) const;
 
-    /// Notes that. Throws std::bad_alloc.
-    std::uint32_t noteOwnContainer(KtDbObjectId record);
-
-    /// True when the reference is the next one that is recorded there.
-    bool follow(std::uint32_t place, KtDbObjectId reference) {
-        Place& at = places_[place];
-        if (at.next == at.end || *at.next != reference) {
-            return false;
+    /// Room for so many in all. Throws std::bad_alloc.
+    void reserve(std::size_t size) {
+        if (size > places_.physicalLength()) {
+            places_.setPhysicalLength(size);
         }
-        ++at.next;
-        ++followed_;
-        return true;
     }
 
-    /// Number of references that have been.
-    std::size_t followedCount() const { return followed_; }
+    /// Behind all others. Needs no memory where room was made.
+    void append(KtDbObjectId reference, KtDbObjectId container) { places_.append({reference, container}); }
 
-    /// Whether all have been, and no container is without references.
-    bool isAllFollowed() const { return followed_ == recorded_ && !hasUnused_; }
-
-    /// Appends what has not been followed, container by container.
-    void appendRest(std::vector<KtDbObjectId>& rest) const;
-    /// Forgets what has not been followed. The order is of no further use but for its notes.
-    void cutRest();
+    /// Forgets those behind the first `size`.
+    void cut(std::size_t size) { places_.setLogicalLength(size); }
 
 private:
+    static constexpr std::uint64_t kNone = ~std::uint64_t{0};
+
     struct Place {
-        KtDbObjectIdArray* array = nullptr; // null for what is only noted
-        const KtDbObjectId* next = nullptr;
-        const KtDbObjectId* end = nullptr;
-        bool isOwnContainer = false;
+        KtDbObjectId reference;
+        KtDbObjectId container;
     };
 
-    IdNumbers containers_;
-    std::vector<Place> places_; // by number
-    std::uint32_t latest_ = 0;
-    std::size_t recorded_ = 0;
-    std::size_t followed_ = 0;
-    bool hasUnused_ = false;
+    KtArray<Place> places_;
+    std::uint64_t stamp_ = 0; // of containers that are empty from the start
 };

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "blocks/RecordedOrder.h"
 #include "blocks/RecordedReferences.h"
 #include "blocks/RunMerger.h"
 
+#include <cstddef>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -13,9 +13,8 @@
 struct RescanRoom {
     KtDbObjectIdArray listed{0, 8};     ///< by the host
     RunMerger listedInOrder;            ///< the same
-    RecordedOrder recorded;             ///< before
     std::vector<KtDbObjectId> previous; ///< recorded before and not met again where it was
-    RunMerger previousInOrder;          ///< the same
+    std::size_t attributesEach = 0;     ///< of the latest reference that was attached to
     bool isLent = false;
 };
 

@@ -8,11 +8,16 @@
 #include <utility>
 #include <vector>
 
+/// The greatest number given so far: while it is the same, no elements have come or gone anywhere.
+inline std::uint64_t& lastChangeStamp() {
+    static std::uint64_t last = 0;
+    return last;
+}
+
 /// A number that was never given before: whoever remembers the greatest of some can tell that none of them
 /// has changed since.
 inline std::uint64_t nextChangeStamp() {
-    static std::uint64_t last = 0;
-    return ++last;
+    return ++lastChangeStamp();
 }
 
 /// Elements in ascending order of their keys, each key once. They lie side by side in chunks, so that walks
@@ -47,7 +52,8 @@ public:
 
     std::size_t size() const noexcept { return size_; }
 
-    /// Different whenever elements have come or gone since it was asked, and from that of all others.
+    /// Different whenever elements have come or gone, or one has been put in another's place, since it was
+    /// asked, and from that of all others.
     std::uint64_t changeStamp() const noexcept { return changeStamp_; }
 
     iterator begin() noexcept { return {*this, 0, 0}; }
@@ -81,6 +87,11 @@ public:
 
     /// Leaves an element that has the key already as it is. Throws std::bad_alloc and is then unchanged.
     std::pair<iterator, bool> insert(Element element);
+
+    /// Enters `make(0)`, `make(1)`, ..., which come in ascending order, where nothing is; no room is left
+    /// over. Throws std::bad_alloc, and then those are there that came before.
+    template <typename Make>
+    void fill(std::size_t count, Make make);
 
     /// What comes behind it.
     iterator erase(iterator place);
@@ -292,6 +303,24 @@ OrderedChunks<Element, Order>::insert(Element element) {
     ++size_;
     noteChange();
     return {place, true};
+}
+
+template <typename Element, typename Order>
+template <typename Make>
+void OrderedChunks<Element, Order>::fill(std::size_t count, Make make) {
+    noteChange();
+    chunks_.reserve((count + kFull - 1) / kFull);
+    while (size_ < count) {
+        Elements elements;
+        const std::size_t end = std::min(count, size_ + kFull);
+        elements.reserve(end - size_);
+        for (std::size_t i = size_; i < end; ++i) {
+            elements.push_back(make(i));
+        }
+        const Key least = Order::keyOf(elements.front());
+        chunks_.push_back({least, std::move(elements)});
+        size_ = end;
+    }
 }
 
 /// All that needs memory comes first.

@@ -1,3 +1,4 @@
+#include "blocks/ModelSpace.h"
 #include "tests/blocks/BlocksTest.h"
 
 #include <KtDbBlockReference.h>

@@ -359,10 +359,22 @@ TEST_F(BlockTableMonitor, ABlockIsAskedOnceForEachOfItsKeys) {
     EXPECT_EQ(counting.askedIfChanged, 2);
     blocks().notifyBlockReferenceMonitors();
     EXPECT_EQ(counting.askedIfChanged, 4);
-    counting.askedForReferences = 0;
+}
+
+TEST_F(BlockTableMonitor, ABlockIsAskedForItsReferencesOnceForEachOfItsKeys) {
+    CountingBlock& counting = addCounting(blocks());
     IdSet nested;
     must(blocks().collectNestedBlocks(edit_.modelSpace(), false, nested));
     EXPECT_EQ(counting.askedForReferences, 2);
+}
+
+TEST_F(BlockTableMonitor, ABlockIsNotAskedForItsReferencesAgainWhileNothingChanges) {
+    CountingBlock& counting = addCounting(blocks());
+    IdSet nested;
+    must(blocks().collectNestedBlocks(edit_.modelSpace(), false, nested));
+    counting.askedForReferences = 0;
+    must(blocks().collectNestedBlocks(edit_.paperSpace(), false, nested));
+    EXPECT_EQ(counting.askedForReferences, 0);
 }
 
 // Reset and destruction

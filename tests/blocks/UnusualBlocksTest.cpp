@@ -120,12 +120,23 @@ void expectGrownByEight(const KtArray<KtDbObjectId>& array) {
 }
 
 TEST_F(UnusualBlock, ArraysOfOneElementHaveRoomForEight) {
-    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
+    edit_.insert(valve_);
     KtDxBlock& block = enabledMonitor(valve_);
     expectGrownByEight(*block.references()->at(edit_.modelSpace()));
-    expectGrownByEight(block.attributesByReference().at(reference));
     expectGrownByEight(block.recordIds());
     expectGrownByEight(blocks().layoutIds());
+}
+
+/// There are too many of them for room that is not needed.
+TEST_F(UnusualBlock, ArraysOfAttributesHaveNoRoomToSpare) {
+    const KtDbObjectId two = edit_.insertWithAttributes(valve_, 2);
+    const KtDbObjectId also = edit_.insertWithAttributes(valve_, 2);
+    const KtDbObjectId one = edit_.insertWithAttributes(valve_, 1);
+    const KtDxBlock::Attributes& attributes = enabledMonitor(valve_).attributesByReference();
+    EXPECT_EQ(attributes.at(two).physicalLength(), 2U);
+    EXPECT_EQ(attributes.at(also).physicalLength(), 2U);
+    EXPECT_EQ(attributes.at(one).physicalLength(), 1U);
+    EXPECT_EQ(attributes.at(one).growLength(), 8U);
 }
 
 /// Has no references to show.

@@ -175,10 +175,28 @@ TEST(OrderedMap, HasAnotherStampWheneverEntriesHaveComeOrGone) {
     map.at(1) = 11;
     map.erase(2);
     EXPECT_FALSE(hasChanged());
+    map.insert_or_assign(1, 12);
+    EXPECT_TRUE(hasChanged());
     map.erase(1);
     EXPECT_TRUE(hasChanged());
     map.clear();
     EXPECT_TRUE(hasChanged());
+}
+
+TEST(OrderedMap, IsFilledInOneGo) {
+    for (const std::uint32_t count : {0U, 1U, 64U, 65U, kMany}) {
+        Map map;
+        const std::uint64_t before = map.changeStamp();
+        map.fill(count, [](std::size_t index) {
+            return std::pair(static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(2 * index));
+        });
+        EXPECT_NE(map.changeStamp(), before);
+        Expected expected;
+        for (std::uint32_t key = 0; key < count; ++key) {
+            expected[key] = 2 * key;
+        }
+        EXPECT_EQ(contentsOf(map), expected) << count;
+    }
 }
 
 TEST(OrderedMap, OwnsItsValues) {

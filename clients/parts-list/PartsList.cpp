@@ -93,11 +93,14 @@ void PartsList::attach() {
 
 /// Every record, as what is placed in it may be of interest, and the references that are listed or could be.
 void PartsList::listen() {
-    listener_.listenTo(knownRecords_);
-    listener_.listenTo(listReferences(withRepresentations(source_.definitions(*document_.database()))));
+    std::vector<KtDbObjectId> objects = knownRecords_;
+    const std::vector<KtDbObjectId> references =
+        listReferences(withRepresentations(source_.definitions(*document_.database())));
+    objects.insert(objects.end(), references.begin(), references.end());
     if (drawn_) {
-        listener_.listenTo({drawn_->id()});
+        objects.push_back(drawn_->id());
     }
+    listener_.listenTo(std::move(objects));
     listener_.forget();
 }
 

@@ -1,7 +1,11 @@
 #include "TableDiff.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <span>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace parts {
 
@@ -18,15 +22,6 @@ Index indexColumns(const PartsTable& table) {
         columns.try_emplace(table.columns[column], column);
     }
     return columns;
-}
-
-Index indexRows(const PartsTable& table) {
-    Index rows;
-    rows.reserve(table.rows.size());
-    for (std::size_t row = 0; row < table.rows.size(); ++row) {
-        rows.try_emplace(table.rows[row].key, row);
-    }
-    return rows;
 }
 
 /// For each column of `of`: where `in` has it, or kNone.
@@ -50,27 +45,96 @@ bool agree(const Row& row, const Row& other, const std::vector<std::size_t>& pla
     return true;
 }
 
-} // namespace
+using Rows = std::span<const Row>;
 
-TableDiff compareTables(const PartsTable& before, const PartsTable& after) {
-    const Index earlierRows = indexRows(before);
-    const std::vector<std::size_t> inBefore = findColumns(after, before);
-    const std::vector<std::size_t> inAfter = findColumns(before, after);
-    TableDiff diff{.rows = after.rows.size()};
-    std::size_t kept = 0;
-    for (const Row& row : after.rows) {
-        const auto found = earlierRows.find(row.key);
-        if (found == earlierRows.end()) {
-            ++diff.added;
-            continue;
+Index indexRows(Rows rows) {
+    Index index;
+    index.reserve(rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        index.try_emplace(rows[row].key, row);
+    }
+    return index;
+}
+
+/// Tells the differences of two tables' rows.
+class RowDiff {
+public:
+    RowDiff(const PartsTable& before, const PartsTable& after)
+        : hasSameColumns_(before.columns == after.columns),
+          inBefore_(findColumns(after, before)),
+          inAfter_(findColumns(before, after)) {}
+
+    /// Takes the first rows of both as long as they have the same keys; gives their number.
+    std::size_t addCommonFirst(Rows before, Rows after) {
+        const std::size_t most = std::min(before.size(), after.size());
+        std::size_t row = 0;
+        for (; row < most && before[row].key == after[row].key; ++row) {
+            compare(before[row], after[row]);
         }
-        ++kept;
-        const Row& earlier = before.rows[found->second];
-        if (!agree(row, earlier, inBefore) || !agree(earlier, row, inAfter)) {
-            ++diff.changed;
+        return row;
+    }
+
+    /// The same for the last ones.
+    std::size_t addCommonLast(Rows before, Rows after) {
+        const std::size_t most = std::min(before.size(), after.size());
+        std::size_t rows = 0;
+        for (; rows < most; ++rows) {
+            const Row& earlier = before[before.size() - 1 - rows];
+            const Row& row = after[after.size() - 1 - rows];
+            if (earlier.key != row.key) {
+                break;
+            }
+            compare(earlier, row);
+        }
+        return rows;
+    }
+
+    void add(Rows before, Rows after) {
+        const Index earlier = indexRows(before);
+        std::size_t kept = 0;
+        for (const Row& row : after) {
+            const auto found = earlier.find(row.key);
+            if (found == earlier.end()) {
+                ++diff_.added;
+                continue;
+            }
+            ++kept;
+            compare(before[found->second], row);
+        }
+        diff_.removed += before.size() - kept;
+    }
+
+    const TableDiff& diff() const { return diff_; }
+
+private:
+    void compare(const Row& earlier, const Row& row) {
+        const bool isSame = hasSameColumns_ ? earlier.cells == row.cells
+                                            : agree(row, earlier, inBefore_) && agree(earlier, row, inAfter_);
+        if (!isSame) {
+            ++diff_.changed;
         }
     }
-    diff.removed = before.rows.size() - kept;
+
+    bool hasSameColumns_;
+    std::vector<std::size_t> inBefore_;
+    std::vector<std::size_t> inAfter_;
+    TableDiff diff_;
+};
+
+} // namespace
+
+/// Most rows keep their places between those that come and go, and need not be looked for.
+TableDiff compareTables(const PartsTable& before, const PartsTable& after) {
+    RowDiff rows(before, after);
+    Rows earlier = before.rows;
+    Rows later = after.rows;
+    const std::size_t first = rows.addCommonFirst(earlier, later);
+    earlier = earlier.subspan(first);
+    later = later.subspan(first);
+    const std::size_t last = rows.addCommonLast(earlier, later);
+    rows.add(earlier.first(earlier.size() - last), later.first(later.size() - last));
+    TableDiff diff = rows.diff();
+    diff.rows = after.rows.size();
     return diff;
 }
 

@@ -4,6 +4,8 @@
 
 #include <KtDbAttribute.h>
 
+#include <utility>
+
 namespace parts {
 
 TouchListener::~TouchListener() {
@@ -16,7 +18,11 @@ TouchListener::~TouchListener() {
     }
 }
 
-void TouchListener::listenTo(const std::vector<KtDbObjectId>& objects) {
+void TouchListener::listenTo(std::vector<KtDbObjectId> objects) {
+    if (isComplete_ && objects == asked_) {
+        return;
+    }
+    isComplete_ = true;
     objects_.reserve(objects.size());
     for (const KtDbObjectId id : objects) {
         if (objects_.contains(id)) {
@@ -25,8 +31,11 @@ void TouchListener::listenTo(const std::vector<KtDbObjectId>& objects) {
         const OpenObject<KtDbObject> object(id, KtDb::kForNotify);
         if (object && object->addReactor(this) == Orbx::eOk) {
             objects_.insert(id);
+        } else {
+            isComplete_ = false;
         }
     }
+    asked_ = std::move(objects);
 }
 
 void TouchListener::openedForModify(const KtDbObject* /*object*/) {
@@ -40,6 +49,7 @@ void TouchListener::subObjectModified(const KtDbObject* /*object*/, const KtDbOb
 
 void TouchListener::goodbye(const KtDbObject* object) {
     objects_.erase(object->objectId());
+    isComplete_ = false;
     static_cast<void>(object->removeReactor(this)); // the object is going either way
 }
 

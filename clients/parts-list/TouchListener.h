@@ -20,9 +20,9 @@ public:
     /// Lets go of every object that is still there.
     ~TouchListener() override;
 
-    /// Listens to these as well. Those that it listens to already cost next to nothing; one that cannot be
+    /// Listens to these as well. The same ones as the last time cost next to nothing; one that cannot be
     /// opened is left out, and tried again the next time.
-    void listenTo(const std::vector<KtDbObjectId>& objects);
+    void listenTo(std::vector<KtDbObjectId> objects);
 
     /// True when one of them, or an attribute of one, was about to be changed since `forget`.
     bool isTouched() const { return touched_; }
@@ -35,6 +35,8 @@ public:
 
 private:
     std::unordered_set<KtDbObjectId> objects_;
+    std::vector<KtDbObjectId> asked_; // for the last time
+    bool isComplete_ = false;         // all of them are heard
     bool touched_ = false;
 };
 

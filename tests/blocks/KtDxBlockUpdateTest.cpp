@@ -4,6 +4,8 @@
 #include <KtDbBlockReference.h>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -273,6 +275,28 @@ TEST_F(BlockUpdate, AContainerWithoutItsArrayIsMissing) {
     block.setNeedsUpdate(true);
     EXPECT_EQ(block.refresh(), Orbx::eMissing);
     EXPECT_TRUE(block.needsUpdate());
+}
+
+TEST_F(BlockUpdate, BehindOneThatBrokeOffRecordsEverything) {
+    const KtDbObjectId first = edit_.insert(valve_);
+    KtDxBlock& block = settled(valve_);
+    auto& array = (*block.references())[edit_.modelSpace()];
+    std::unique_ptr<KtDbObjectIdArray> kept = std::move(array);
+    EXPECT_EQ(block.refresh(), Orbx::eMissing);
+    EXPECT_EQ(block.refresh(), Orbx::eMissing);
+    array = std::move(kept);
+    const KtDbObjectId second = edit_.insert(valve_);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {first, second}}}));
+}
+
+TEST_F(BlockUpdate, AContainerThatSomebodyElseEnteredIsDropped) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = settled(valve_);
+    block.references()->emplace(edit_.paperSpace(), std::make_unique<KtDbObjectIdArray>());
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_TRUE(block.isChanged());
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {reference}}}));
 }
 
 TEST_F(BlockUpdate, AClearedMarkIsLeftAloneByASuccessfulRescan) {

@@ -296,6 +296,22 @@ TEST(OrderedMap, HasNoOthersStampBeforeItHasItsFirst) {
     EXPECT_NE(fresh.changeStamp(), changed.changeStamp());
 }
 
+TEST(OrderedMap, IsFilledInOneGo) {
+    for (const std::uint32_t count : {0U, 1U, 64U, 65U, kMany}) {
+        Map map;
+        const std::uint64_t before = map.changeStamp();
+        map.fill(count, [](std::size_t index) {
+            return std::pair(static_cast<std::uint32_t>(index), static_cast<std::uint32_t>(2 * index));
+        });
+        EXPECT_NE(map.changeStamp(), before);
+        Expected expected;
+        for (std::uint32_t key = 0; key < count; ++key) {
+            expected[key] = 2 * key;
+        }
+        EXPECT_EQ(entriesOf(map), expected) << count;
+    }
+}
+
 TEST(OrderedMap, OwnsItsValues) {
     const auto counted = std::make_shared<int>(0);
     {

@@ -29,6 +29,22 @@ TEST(TableDiff, CountsARowOnceHoweverManyOfItsCellsChange) {
     EXPECT_EQ(compareTables(kBefore, after), (TableDiff{3, 0, 1, 0}));
 }
 
+TEST(TableDiff, CountsChangesOnBothSidesOfARowThatIsNew) {
+    PartsTable after = kBefore;
+    after.rows[0].cells[1] = L"7k";
+    after.rows[2].cells[1] = L"8k";
+    after.rows.insert(after.rows.begin() + 1, {L"4", {L"R4", L"4k"}});
+    EXPECT_EQ(compareTables(kBefore, after), (TableDiff{4, 1, 2, 0}));
+}
+
+TEST(TableDiff, CountsChangesOnBothSidesOfARowThatIsGone) {
+    PartsTable after = kBefore;
+    after.rows.erase(after.rows.begin() + 1);
+    after.rows[0].cells[1] = L"7k";
+    after.rows[1].cells[1] = L"8k";
+    EXPECT_EQ(compareTables(kBefore, after), (TableDiff{2, 0, 2, 1}));
+}
+
 TEST(TableDiff, DoesNotMindTheOrderOfRows) {
     PartsTable after = kBefore;
     std::swap(after.rows[0], after.rows[2]);

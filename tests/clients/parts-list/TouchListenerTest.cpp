@@ -6,6 +6,7 @@
 #include "kthost/database/OpenObjects.h"
 #include "kthost/database/References.h"
 #include "kthost/documents/Host.h"
+#include "kthost/runtime/Faults.h"
 
 #include <gtest/gtest.h>
 
@@ -100,6 +101,20 @@ TEST_F(TouchListening, ListensToEachOnce) {
     listener_->listenTo({reference_, database_->modelSpaceId(), reference_});
     listener_->listenTo({reference_});
     EXPECT_EQ(kthost::attachedReactors().size(), 2U);
+}
+
+TEST_F(TouchListening, DoesNotOpenTheSameOnesAgain) {
+    listener_->listenTo({reference_});
+    kthost::Faults::instance().reset();
+    listener_->listenTo({reference_});
+    EXPECT_EQ(kthost::Faults::instance().calls(kthost::HostCall::openObject), 0U);
+}
+
+TEST_F(TouchListening, ListensToOneThatIsNewAmongTheSame) {
+    listener_->listenTo({database_->modelSpaceId()});
+    listener_->listenTo({database_->modelSpaceId(), reference_});
+    setValue(L"2k");
+    EXPECT_TRUE(listener_->isTouched());
 }
 
 TEST_F(TouchListening, LetsGoOfAllOfThemInTheEnd) {

@@ -65,6 +65,7 @@ TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatIsCutOffTheirOwnValue) {
 TEST_F(Utf8CodePage, GivesAFirstByteWithNothingBehindItsOwnValue) {
     EXPECT_EQ(wideFromCodePage("\xC3", utf8_), L"\u00C3");
     EXPECT_EQ(wideFromCodePage("ab\xC3", utf8_), L"ab\u00C3");
+    EXPECT_EQ(wideFromCodePage("\xC3\xA9\xC3", utf8_), L"\u00E9\u00C3");
 }
 
 TEST_F(Utf8CodePage, GivesTheBytesOfACharacterThatBreaksOffTheirOwnValue) {

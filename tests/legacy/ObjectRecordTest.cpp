@@ -116,6 +116,19 @@ TEST(ObjectRecord, IsRefusedForReasonsThatPeopleCanTellApart) {
     EXPECT_EQ(reasonAfterOneBlock(0x8002), "bad index: 2 was not given to any class");
 }
 
+std::string reasonForClass(const TemplateBytes& first) {
+    return LoadedTemplate(first).archiveFailure.value().what();
+}
+
+TEST(ObjectRecord, IsRefusedForReasonsThatNameTheClass) {
+    EXPECT_EQ(reasonForClass(TemplateBytes().header(1).newClass("CEattBlock")),
+              "bad class: there is no class \"CEattBlock\"");
+    EXPECT_EQ(reasonForClass(TemplateBytes().header(1).newClass(std::string(64, 'C'))),
+              "bad class: a class name of 64 bytes");
+    EXPECT_EQ(reasonForClass(TemplateBytes().header(1).newClass("CEattBlockInfo", 2)),
+              "bad schema: 2 instead of 1");
+}
+
 TEST(ObjectRecord, EndsWithTheFileInsideItsTag) {
     EXPECT_EQ(LoadedTemplate(TemplateBytes().header(1).u8(0xFF)).failure(),
               Failure(Cause::endOfFile, kFirstObject));

@@ -22,6 +22,11 @@ std::wstring lone(std::uint32_t unit) {
     return std::wstring() + static_cast<wchar_t>(unit);
 }
 
+TEST(Utf16, LeavesHalfACodeUnitAlone) {
+    EXPECT_EQ(decoded({{0x41, 0x00, 0x42}}), L"A");
+    EXPECT_EQ(decoded({{0x41}}), L"");
+}
+
 TEST(Utf16, JoinsAPair) {
     EXPECT_EQ(decoded({{0x3D, 0xD8, 0x00, 0xDE}}), L"\U0001F600");
 }

@@ -30,7 +30,7 @@ std::vector<std::string> linesOf(const std::filesystem::path& file) {
 
 /// Of the object that the line is about first; the null id when it is about none.
 KtDbObjectId idOf(const std::string& line) {
-    const std::string mark = "\"id\": {\"id\": ";
+    const std::string mark = R"("id": {"id": )";
     const std::size_t found = line.find(mark);
     return found == std::string::npos ? KtDbObjectId()
                                       : KtDbObjectId(std::stoull(line.substr(found + mark.size())));

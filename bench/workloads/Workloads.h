@@ -23,6 +23,7 @@ void planReferences(Plan& plan, Scale scale);
 void planGraphs(Plan& plan, Scale scale);
 void planIdleChecks(Plan& plan, Scale scale);
 void planTables(Plan& plan, Scale scale);
+void planTemplates(Plan& plan, Scale scale);
 void planPartsLists(Plan& plan, Scale scale);
 
 } // namespace bench

@@ -175,7 +175,7 @@ void planScene(Plan& plan, const char* family, Scale scale, const char* reading,
 void planTemplates(Plan& plan, Scale scale) {
     planScene<ManyBlocksScene>(plan, "templates", scale, kTemplateRead, kTemplateWritten,
                                scale == Scale::quick ? &isWritten<10'000, 10'000>
-                                                     : &isWritten<10'000, 100'000>);
+                                                     : &isWritten<10'000, 1'000'000>);
     planScene<OneBlockScene>(plan, "templates of one block", scale, kOneBlockRead, kOneBlockWritten,
                              scale == Scale::quick ? &isWritten<0, 0> : &isWritten<0, 10'000>);
 }

@@ -43,9 +43,9 @@ bench::Plan planOf(const Wishes& wishes) {
 
 void measureScene(const Wishes& wishes) {
     const bench::Plan plan = planOf(wishes);
-    plan.enter(wishes.scene);
+    plan.enter(wishes.scene, wishes.filter);
     bench::Collector collector;
-    benchmark::RunSpecifiedBenchmarks(&collector, wishes.filter);
+    benchmark::RunSpecifiedBenchmarks(&collector, ".");
     benchmark::ClearRegisteredBenchmarks(); // so that the scene ends with the plan
     std::ofstream file(wishes.samples);
     bench::writeSamples(file, collector.samples());

@@ -13,6 +13,7 @@ namespace bench {
 /// What one column came to in one row.
 struct Measured {
     std::vector<double> samples; ///< processor time of one pass, nanoseconds, a repetition each
+    bool isCounted = false;      ///< whether the next two are known
     double allocations = 0;      ///< of one pass
     double bytesKept = 0;        ///< after one pass more than before it
 

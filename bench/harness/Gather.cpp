@@ -31,6 +31,7 @@ void gather(const Plan& plan, const Sample& sample, Figures& figures) {
     figure.elements = sample.elements;
     Measured& measured = figure.of(planned.setting.column);
     if (planned.setting.repetition == 0) {
+        measured.isCounted = true;
         measured.allocations = sample.allocations;
         measured.bytesKept = sample.bytesKept;
     } else {

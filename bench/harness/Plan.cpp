@@ -6,9 +6,10 @@
 
 namespace bench {
 
-void Plan::enter(std::size_t scene) const {
+void Plan::enter(std::size_t scene, const std::string& pattern) const {
+    const std::regex expression(pattern);
     for (const PlannedRun& run : runs_) {
-        if (run.scene == scene) {
+        if (run.scene == scene && std::regex_search(run.name, expression)) {
             const auto passes = static_cast<benchmark::IterationCount>(run.passes);
             benchmark::RegisterBenchmark(run.name.c_str(), run.run)->Iterations(passes);
         }

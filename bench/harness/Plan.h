@@ -34,8 +34,9 @@ public:
     template <class Scene>
     void add(const Family<Scene>& family);
 
-    /// Hands the runs on one scene to the benchmark library, which performs them in their order.
-    void enter(std::size_t scene) const;
+    /// Hands the runs on one scene whose names match to the benchmark library, which performs them in their
+    /// order.
+    void enter(std::size_t scene, const std::string& pattern) const;
     /// Those with runs whose names match, in order.
     std::vector<std::size_t> scenesMatching(const std::string& pattern) const;
 

@@ -1,3 +1,4 @@
+#include "bench/report/Machine.h"
 #include "bench/report/Report.h"
 #include "bench/report/Verdicts.h"
 
@@ -9,13 +10,16 @@ namespace {
 
 nlohmann::ordered_json jsonOf(const Figure& figure, Column column) {
     const Measured& measured = figure.of(column);
-    return {{"median_ns", measured.median()},
-            {"spread", measured.spread()},
-            {"ns_per_element", figure.timePerElement(column)},
-            {"allocations_per_element", measured.allocations / figure.elements},
-            {"allocations", measured.allocations},
-            {"bytes_kept", measured.bytesKept},
-            {"samples_ns", measured.samples}};
+    nlohmann::ordered_json json{{"median_ns", measured.median()},
+                                {"spread", measured.spread()},
+                                {"ns_per_element", figure.timePerElement(column)}};
+    if (measured.isCounted) {
+        json["allocations_per_element"] = measured.allocations / figure.elements;
+        json["allocations"] = measured.allocations;
+        json["bytes_kept"] = measured.bytesKept;
+    }
+    json["samples_ns"] = measured.samples;
+    return json;
 }
 
 nlohmann::ordered_json jsonOf(const std::optional<double>& ratio) {
@@ -42,7 +46,8 @@ nlohmann::ordered_json jsonOf(const Figure& figure) {
 } // namespace
 
 std::string jsonOf(const Figures& figures) {
-    nlohmann::ordered_json json{{"figures", nlohmann::ordered_json::array()},
+    nlohmann::ordered_json json{{"machine", machineText()},
+                                {"figures", nlohmann::ordered_json::array()},
                                 {"verdicts", nlohmann::ordered_json::array()}};
     for (const Figure& figure : figures) {
         json["figures"].push_back(jsonOf(figure));

@@ -15,6 +15,11 @@ inline constexpr const char* kInModelSpace = "instances in model space";
 inline constexpr const char* kInLayouts = "instances in all layouts";
 inline constexpr const char* kIdleCheck = "idle check, nothing to do";
 
+inline constexpr const char* kTemplateRead = "template read";
+inline constexpr const char* kTemplateWritten = "template written";
+inline constexpr const char* kOneBlockRead = "template of one block read";
+inline constexpr const char* kOneBlockWritten = "template of one block written";
+
 inline constexpr const char* kPartsElsewhere = "parts list, edits of other blocks";
 inline constexpr const char* kPartsWatched = "parts list, edits of its blocks";
 inline constexpr const char* kRealPartsElsewhere = "parts list of a real drawing, edits of other blocks";

@@ -1,3 +1,4 @@
+#include "bench/report/Machine.h"
 #include "bench/report/Report.h"
 #include "bench/report/Verdicts.h"
 
@@ -30,9 +31,10 @@ std::string columnText(const Figure& figure, Column column) {
         return fmt::format(" {:>10} {:>5} {:>8} {:>8}", "-", "", "", "");
     }
     const Measured& measured = figure.of(column);
-    return fmt::format(" {:>10} {:>4.0f}% {:>8.1f} {:>8.3f}", timeText(measured.median()),
+    return fmt::format(" {:>10} {:>4.0f}% {:>8.1f} {:>8}", timeText(measured.median()),
                        measured.spread() * 100, figure.timePerElement(column),
-                       measured.allocations / figure.elements);
+                       measured.isCounted ? fmt::format("{:.3f}", measured.allocations / figure.elements)
+                                          : "-");
 }
 
 std::string heading(const Figure& figure) {
@@ -45,9 +47,14 @@ std::string heading(const Figure& figure) {
 }
 
 std::string bytesText(const Figure& figure) {
-    const double host = figure.of(Column::limit).bytesKept;
-    const auto own = [&](Column column) { return (figure.of(column).bytesKept - host) / figure.elements; };
-    return fmt::format("{:.0f} {:.0f}", own(Column::module), own(Column::literal));
+    const Measured& host = figure.of(Column::limit);
+    const auto own = [&](Column column) {
+        const Measured& measured = figure.of(column);
+        return measured.isCounted && host.isCounted
+                   ? fmt::format("{:.0f}", (measured.bytesKept - host.bytesKept) / figure.elements)
+                   : "-";
+    };
+    return own(Column::module) + ' ' + own(Column::literal);
 }
 
 std::string lineOf(const Figure& figure) {
@@ -73,7 +80,7 @@ std::string verdictsText(const Figures& figures) {
 } // namespace
 
 std::string textOf(const Figures& figures) {
-    std::string text;
+    std::string text = machineText() + '\n';
     for (auto figure = figures.begin(); figure != figures.end(); ++figure) {
         const bool isFirst = std::none_of(figures.begin(), figure, [&](const Figure& earlier) {
             return earlier.workload == figure->workload;

@@ -8,6 +8,7 @@
 #include <array>
 #include <functional>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace bench {
@@ -16,6 +17,8 @@ namespace {
 
 constexpr std::array kOnReferences{kFirstAttach, kRescan,       kOneEdited,
                                    kSomeEdited,  kSomeInserted, kSomeErased};
+
+constexpr std::array kTemplatesRead{kTemplateRead, kOneBlockRead};
 
 using Verdicts = std::vector<Verdict>;
 using Value = std::function<std::optional<double>(const Figure&)>;
@@ -43,10 +46,11 @@ std::optional<Found> extreme(const Figures& figures, const char* workload, const
     return found;
 }
 
+/// Of those that were measured more than once.
 const Figure* largest(const Figures& figures, const char* workload) {
     const Figure* found = nullptr;
     for (const Figure& figure : figures) {
-        const bool isMeasured = figure.workload == workload && figure.has(Column::module);
+        const bool isMeasured = figure.workload == workload && figure.of(Column::module).samples.size() > 1;
         if (isMeasured && (found == nullptr || figure.size > found->size)) {
             found = &figure;
         }
@@ -105,15 +109,21 @@ std::optional<double> growth(const Figures& figures, const char* workload, Colum
     return large->timePerElement(column) / base->timePerElement(column);
 }
 
-void judgeGrowth(const Figures& figures, Verdicts& verdicts) {
+/// The same over how much more the limit does: the worst of the workloads.
+std::optional<Found> worstGrowth(const Figures& figures, std::span<const char* const> workloads) {
     std::optional<Found> most;
-    for (const char* workload : kOnReferences) {
+    for (const char* workload : workloads) {
         const std::optional<double> own = growth(figures, workload, Column::module);
         const std::optional<double> limit = growth(figures, workload, Column::limit);
         if (own && limit && (!most || *own / *limit > most->value)) {
             most = Found{*own / *limit, whereOf(*largest(figures, workload))};
         }
     }
+    return most;
+}
+
+void judgeGrowth(const Figures& figures, Verdicts& verdicts) {
+    const std::optional<Found> most = worstGrowth(figures, kOnReferences);
     addAtMost(verdicts, "time an element on the largest drawing over that at 10^4, this / the same for limit",
               most, 1.2);
 }
@@ -205,6 +215,17 @@ void judgeMemory(const Figures& figures, Verdicts& verdicts) {
                         own <= 3 * kIdsOfOne});
 }
 
+void judgeTemplates(const Figures& figures, Verdicts& verdicts) {
+    std::optional<Found> most;
+    for (const char* workload : kTemplatesRead) {
+        const std::optional<Found> found = extreme(figures, workload, toLimit, true);
+        most = found && (!most || found->value > most->value) ? found : most;
+    }
+    addAtMost(verdicts, "template read, this / a bare loop", most, 1.5);
+    addAtMost(verdicts, "time an entry in the largest template over that at 10^4, this / the same for limit",
+              worstGrowth(figures, kTemplatesRead), 1.2);
+}
+
 /// The literal column extracts everything after every command.
 void judgePartsLists(const Figures& figures, Verdicts& verdicts) {
     const Value ratio = [](const Figure& figure) { return figure.ratio(Column::literal, Column::module); };
@@ -233,6 +254,7 @@ std::vector<Verdict> judge(const Figures& figures) {
     judgeIdleCheck(figures, verdicts);
     judgeSteadyState(figures, verdicts);
     judgeMemory(figures, verdicts);
+    judgeTemplates(figures, verdicts);
     judgePartsLists(figures, verdicts);
     return verdicts;
 }

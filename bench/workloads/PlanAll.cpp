@@ -7,6 +7,7 @@ void planAll(Plan& plan, Scale scale) {
     planGraphs(plan, scale);
     planIdleChecks(plan, scale);
     planTables(plan, scale);
+    planTemplates(plan, scale);
     planPartsLists(plan, scale);
 }
 

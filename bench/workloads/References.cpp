@@ -162,6 +162,13 @@ double elementsOf(const ReferenceScene& scene) {
     return static_cast<double>(scene.size());
 }
 
+/// Once, since making such a drawing takes the better part of a minute and some gigabytes.
+Family<ReferenceScene> planHuge() {
+    constexpr std::size_t kHuge = 10'000'000;
+    const auto once = [](const Setting& setting) { return setting.repetition == 1; };
+    return {"references, once", {kHuge}, 1, {{kRescan, "reference", &rescan, &onePass, &elementsOf, once}}};
+}
+
 } // namespace
 
 void planReferences(Plan& plan, Scale scale) {
@@ -179,6 +186,9 @@ void planReferences(Plan& plan, Scale scale) {
         {kSomeErased, "reference", &eraseShare, &passesFor, &elementsOf, nullptr},
     };
     plan.add(family);
+    if (scale == Scale::full) {
+        plan.add(planHuge());
+    }
 }
 
 } // namespace bench

@@ -134,6 +134,33 @@ std::wstring ArchiveReader::readString() {
     return readUtf16(readLength(readByte()));
 }
 
+bool ArchiveReader::peekString(std::string_view& utf16Bytes, std::uint8_t& next) {
+    constexpr std::size_t kPrefix = 4;
+    const std::size_t buffered = end_ - next_;
+    const unsigned char* const bytes = buffer_.data() + next_;
+    if (buffered < kPrefix || bytes[0] != kLongLength || bytes[1] != (kUtf16Marker & 0xFF) ||
+        bytes[2] != kUtf16Marker >> 8 || bytes[3] == kLongLength) {
+        return false;
+    }
+    const std::size_t length = 2 * std::size_t{bytes[3]};
+    if (buffered <= kPrefix + length) {
+        return false;
+    }
+    utf16Bytes = {reinterpret_cast<const char*>(bytes) + kPrefix, length};
+    next = bytes[kPrefix + length];
+    next_ += kPrefix + length + 1;
+    return true;
+}
+
+std::string ArchiveReader::readUtf16Bytes() {
+    std::string bytes;
+    for (const char16_t unit : utf16FromWide(readString())) {
+        bytes.push_back(static_cast<char>(unit & 0xFF));
+        bytes.push_back(static_cast<char>(unit >> 8));
+    }
+    return bytes;
+}
+
 std::string ArchiveReader::readBytes(std::uint64_t length) {
     if (length > remaining()) {
         failAtEndOfText(position(), length, remaining());

@@ -8,7 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <string>
+#include <string_view>
 
 /// Where in a template the reading stands, for whoever must say where it broke off.
 struct TemplatePlace {
@@ -37,6 +39,12 @@ public:
     std::uint64_t readCount();
     /// A length prefix in any of its forms, and that many characters, UTF-16 or 8-bit.
     std::wstring readString();
+    /// The same as little-endian UTF-16, which is what nearly all are in the file.
+    std::string readUtf16Bytes();
+    /// The same and the byte behind it, where both lie in the buffer, which nearly all do; they stay there
+    /// until the next read that is not such a peek. False, and nothing is read, where they do not, or are
+    /// not in the usual form.
+    bool peekString(std::string_view& utf16Bytes, std::uint8_t& next);
     /// That many bytes without a prefix.
     std::string readBytes(std::uint64_t length);
 

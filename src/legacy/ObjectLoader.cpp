@@ -33,10 +33,14 @@ std::string reasonAgainstObject(std::uint32_t index, const ArchiveIndexTable& in
 
 } // namespace
 
-std::unique_ptr<CObject> ObjectLoader::load() {
+void ObjectLoader::begin() {
     loadClass();
-    auto object = known_->m_pfnCreateObject();
     indices_.handOutToObject();
+}
+
+std::unique_ptr<CObject> ObjectLoader::load() {
+    begin();
+    auto object = known_->m_pfnCreateObject();
     CArchive archive(*reader_);
     object->Serialize(archive);
     return object;

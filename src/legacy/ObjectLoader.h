@@ -17,6 +17,8 @@ public:
     /// A new object of the known class, which has read itself. Never null: a null reference and a reference
     /// back to an earlier object are refused as a bad index. Throws ArchiveFailure.
     std::unique_ptr<CObject> load();
+    /// As far as to the object's own fields, which are the caller's to read. Throws ArchiveFailure.
+    void begin();
 
 private:
     void loadClass();

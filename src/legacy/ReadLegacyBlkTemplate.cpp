@@ -1,61 +1,36 @@
-#include "legacy/CEattMain.h"
-#include "legacy/TagHash.h"
+#include "legacy/ArchiveReader.h"
+#include "legacy/FileSource.h"
+#include "legacy/SelectedTexts.h"
+#include "legacy/TemplateFailure.h"
 
 #include <ktdx/KtDxNotify.h>
 
+#include <memory>
 #include <new>
-#include <string_view>
-#include <unordered_set>
+#include <string>
 
 namespace {
 
-/// Appends to a client's list what is not in it yet. The texts seen stay with their template, which outlives
-/// this.
-class DistinctList {
-public:
-    DistinctList(KtDxStringList& list, std::size_t most) : list_(&list) { seen_.reserve(most); }
-
-    void add(std::wstring_view text) {
-        if (seen_.insert(text).second) {
-            list_->addTail(text.data(), text.size());
-        }
-    }
-
-private:
-    KtDxStringList* list_;
-    std::unordered_set<std::wstring_view, TagHash> seen_;
-};
-
-std::size_t countAttributes(const CEattBlockArray& blocks) {
-    std::size_t count = 0;
-    for (const auto& block : blocks) {
-        count += block->m_mapAttributes.size();
-    }
-    return count;
-}
-
-void listSelected(const CEattMain& source, KtDxStringList& blockNames, KtDxStringList& attributeTags) {
-    DistinctList names(blockNames, source.m_arrBlocks.size());
-    DistinctList tags(attributeTags, countAttributes(source.m_arrBlocks));
-    for (const auto& block : source.m_arrBlocks) {
-        if (!block->m_bSelected) {
-            continue;
-        }
-        names.add(block->m_strBlockName);
-        // Reading has kept the selected attributes only.
-        for (const auto& [tag, entry] : block->m_mapAttributes) {
-            tags.add(tag);
-        }
+/// The file is closed again when this returns. None when it cannot be read.
+std::unique_ptr<SelectedTexts> readSelected(const std::wstring& path) {
+    try {
+        FileSource file(templatePath(path));
+        ArchiveReader reader(file);
+        return std::make_unique<SelectedTexts>(reader);
+    } catch (const ArchiveFailure&) {
+        return nullptr;
+    } catch (const FileFailure&) {
+        return nullptr;
     }
 }
 
 void listTemplate(const wchar_t* path, KtDxStringList& blockNames, KtDxStringList& attributeTags) {
-    CEattMain source;
-    if (path != nullptr) {
-        source.m_strTemplatePath = path;
+    if (path == nullptr || *path == L'\0') {
+        return;
     }
-    if (source.ReadTemplateFile()) {
-        listSelected(source, blockNames, attributeTags);
+    if (const auto selected = readSelected(path); selected != nullptr) {
+        selected->appendNames(blockNames);
+        selected->appendTags(attributeTags);
     }
 }
 

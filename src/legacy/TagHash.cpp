@@ -22,14 +22,7 @@ std::uint64_t makeSeed() noexcept {
            std::rotl(mixed(reinterpret_cast<std::uintptr_t>(&here)), 32);
 }
 
-const std::uint64_t kSeed = makeSeed();
-
 } // namespace
 
-std::size_t TagHash::operator()(std::wstring_view text) const {
-    std::uint64_t hash = kSeed ^ text.size();
-    for (const wchar_t character : text) {
-        hash = mixed(hash + static_cast<std::uint64_t>(character));
-    }
-    return static_cast<std::size_t>(hash);
-}
+const std::uint64_t TagHash::kSeed = makeSeed();
+const std::uint64_t TagHash::kFactor = mixed(~kSeed) | 1U;

@@ -7,6 +7,7 @@ constexpr std::uint32_t kFirstOfPlanes = 0x10000;
 constexpr std::uint32_t kLastCodePoint = 0x10FFFF;
 constexpr std::uint32_t kHalfBits = 10;
 constexpr std::uint32_t kHalfMask = 0x3FF;
+constexpr unsigned kFirstOfUpperHalf = 0x8000;
 constexpr std::uint16_t kFirstHigh = 0xD800;
 constexpr std::uint16_t kFirstLow = 0xDC00;
 constexpr char16_t kReplacement = 0xFFFD;
@@ -44,6 +45,16 @@ std::u16string utf16FromWide(std::wstring_view text) {
         appendCodePoint(static_cast<std::uint32_t>(character), units);
     }
     return units;
+}
+
+bool widenLower(std::span<const unsigned char> bytes, wchar_t* to) {
+    unsigned seen = 0;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        const auto unit = static_cast<std::uint16_t>(bytes[i] | (bytes[i + 1] << 8));
+        seen |= unit;
+        to[i / 2] = static_cast<wchar_t>(unit);
+    }
+    return seen < kFirstOfUpperHalf;
 }
 
 void Utf16Decoder::append(std::span<const unsigned char> bytes, std::wstring& text) {

@@ -14,6 +14,10 @@
 /// A wchar_t that is no Unicode value at all (above U+10FFFF) becomes U+FFFD.
 std::u16string utf16FromWide(std::wstring_view text);
 
+/// Whole little-endian code units as as many characters, where that is easily done: false, and what `to` has
+/// got is worth nothing, when one of them is U+8000 or above, as surrogates are.
+bool widenLower(std::span<const unsigned char> bytes, wchar_t* to);
+
 /// Takes the file's little-endian code units piece by piece, since a pair may lie across two pieces.
 class Utf16Decoder {
 public:

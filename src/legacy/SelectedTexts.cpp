@@ -1,0 +1,151 @@
+#include "legacy/SelectedTexts.h"
+
+#include "legacy/ArchiveReader.h"
+#include "legacy/CEattBlockInfo.h"
+#include "legacy/ObjectLoader.h"
+#include "legacy/TagHash.h"
+#include "legacy/Utf16.h"
+
+#include <ktdx/StringList.h>
+
+#include <algorithm>
+#include <span>
+#include <string>
+
+namespace {
+
+/// What an attribute takes in a file at least, unless its tag is in 8-bit characters.
+constexpr std::uint64_t kUsualAttributeBytes = 7;
+
+std::uint64_t readAttributeCount(ArchiveReader& reader) {
+    return static_cast<std::uint64_t>(std::max(reader.readInt32(), 0));
+}
+
+void skipAttributes(ArchiveReader& reader) {
+    std::string_view tag;
+    std::uint8_t flag = 0;
+    for (std::uint64_t left = readAttributeCount(reader); left > 0; --left) {
+        if (!reader.peekString(tag, flag)) {
+            reader.readString();
+            reader.readByte();
+        }
+    }
+}
+
+/// Texts for a list, decoded one after the other in the same place.
+class Decoded {
+public:
+    explicit Decoded(KtDxStringList& list) : list_(&list) {}
+
+    void append(std::string_view text) {
+        const std::span bytes(reinterpret_cast<const unsigned char*>(text.data()), text.size());
+        room_.resize(std::max(room_.size(), bytes.size() / 2));
+        if (widenLower(bytes, room_.data())) {
+            list_->addTail(room_.data(), bytes.size() / 2);
+            return;
+        }
+        std::wstring decoded;
+        Utf16Decoder decoder;
+        decoder.append(bytes, decoded);
+        decoder.finish(decoded);
+        list_->addTail(decoded.data(), decoded.size());
+    }
+
+private:
+    KtDxStringList* list_;
+    std::wstring room_;
+};
+
+} // namespace
+
+SelectedTexts::SelectedTexts(ArchiveReader& reader) {
+    reader.readInt32(); // nothing depends on the version
+    ObjectLoader loader(reader, CEattBlockInfo::kClass);
+    for (std::uint64_t left = reader.readCount(); left > 0; --left) {
+        loader.begin();
+        readBlock(reader);
+    }
+}
+
+void SelectedTexts::readBlock(ArchiveReader& reader) {
+    ++block_;
+    const std::string name = reader.readUtf16Bytes();
+    if (reader.readByte() == 0) {
+        skipAttributes(reader);
+        return;
+    }
+    names_.add(name, TagHash().ofBytes(name));
+    readAttributes(reader);
+}
+
+void SelectedTexts::readAttributes(ArchiveReader& reader) {
+    const std::uint64_t count = readAttributeCount(reader);
+    // A count may lie, but what remains of the file does not.
+    const auto most = static_cast<std::size_t>(std::min(count, reader.remaining() / kUsualAttributeBytes));
+    tags_.reserve(most);
+    listed_.reserve(listed_.empty() ? most : listed_.capacity());
+    std::string_view tag;
+    std::uint8_t flag = 0;
+    for (std::uint64_t left = count; left > 0; --left) {
+        if (reader.peekString(tag, flag)) {
+            put(tag, flag != 0);
+            continue;
+        }
+        fileBatch(); // before its tags leave the buffer
+        const std::string other = reader.readUtf16Bytes();
+        put(other, reader.readByte() != 0);
+        fileBatch();
+    }
+    fileBatch();
+}
+
+void SelectedTexts::put(std::string_view tag, bool isSelected) {
+    const std::uint64_t hash = TagHash().ofBytes(tag);
+    tags_.fetchSlot(hash);
+    batch_.attributes[batch_.size] = {tag, hash, isSelected};
+    ++batch_.size;
+    if (batch_.size == batch_.attributes.size()) {
+        fileBatch();
+    }
+}
+
+void SelectedTexts::fileBatch() {
+    const auto attributes = std::span(batch_.attributes).first(batch_.size);
+    for (const Attribute& attribute : attributes) {
+        tags_.fetchText(attribute.hash);
+    }
+    for (const Attribute& attribute : attributes) {
+        tags_.fetchBytes(attribute.hash);
+    }
+    for (const Attribute& attribute : attributes) {
+        file(attribute);
+    }
+    batch_.size = 0;
+}
+
+void SelectedTexts::file(const Attribute& attribute) {
+    const std::uint32_t number = tags_.add(attribute.tag, attribute.hash);
+    std::uint64_t& mark = tags_.markOf(number); // the last block that it was in, above whether it is listed
+    if (mark >> 1 == block_) {
+        return; // of entries with the same tag in a block the first one stands
+    }
+    const bool isListed = (mark & 1) != 0;
+    mark = block_ << 1 | (isListed || attribute.isSelected ? 1 : 0);
+    if (attribute.isSelected && !isListed) {
+        listed_.push_back(number);
+    }
+}
+
+void SelectedTexts::appendNames(KtDxStringList& list) const {
+    Decoded names(list);
+    for (std::uint32_t number = 0; number < names_.size(); ++number) {
+        names.append(names_.at(number));
+    }
+}
+
+void SelectedTexts::appendTags(KtDxStringList& list) const {
+    Decoded tags(list);
+    for (const std::uint32_t number : listed_) {
+        tags.append(tags_.at(number));
+    }
+}

@@ -1,0 +1,119 @@
+#include "legacy/TextTable.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+/// Hashes of one value, as bad as they can be.
+constexpr std::uint64_t kSameHash = 0xFFFFFFFF'00000000;
+
+/// Spread, so that their order is that of the numbers.
+std::uint64_t spreadHash(std::uint64_t number) {
+    return number << 52;
+}
+
+TEST(TextTable, NumbersTextsInTheOrderInWhichTheyCome) {
+    TextTable table;
+    EXPECT_EQ(table.add("a", 1), 0U);
+    EXPECT_EQ(table.add("b", 2), 1U);
+    EXPECT_EQ(table.size(), 2U);
+}
+
+TEST(TextTable, KnowsATextAgain) {
+    TextTable table;
+    table.add("a", 1);
+    table.add("b", 2);
+    EXPECT_EQ(table.add("a", 1), 0U);
+    EXPECT_EQ(table.size(), 2U);
+}
+
+TEST(TextTable, KeepsTheTextsThemselves) {
+    TextTable table;
+    std::string text = "a text";
+    table.add(text, 1);
+    text = "another";
+    EXPECT_EQ(table.at(0), "a text");
+}
+
+TEST(TextTable, TellsTextsApartThatHaveTheSameHash) {
+    TextTable table;
+    for (std::uint32_t i = 0; i < 100; ++i) {
+        EXPECT_EQ(table.add(std::to_string(i), kSameHash), i);
+    }
+    for (std::uint32_t i = 0; i < 100; ++i) {
+        EXPECT_EQ(table.add(std::to_string(i), kSameHash), i);
+    }
+}
+
+TEST(TextTable, FindsAllTextsAfterItHasGrown) {
+    TextTable table;
+    for (std::uint32_t i = 0; i < 4000; ++i) {
+        ASSERT_EQ(table.add(std::to_string(i), spreadHash(i)), i);
+    }
+    for (std::uint32_t i = 0; i < 4000; ++i) {
+        ASSERT_EQ(table.add(std::to_string(i), spreadHash(i)), i);
+        ASSERT_EQ(table.at(i), std::to_string(i));
+    }
+}
+
+TEST(TextTable, FindsAllTextsAfterRoomWasMade) {
+    TextTable table;
+    table.add("a", kSameHash);
+    table.add("b", kSameHash);
+    table.reserve(1000);
+    EXPECT_EQ(table.add("a", kSameHash), 0U);
+    EXPECT_EQ(table.add("b", kSameHash), 1U);
+}
+
+TEST(TextTable, HoldsTheEmptyText) {
+    TextTable table;
+    EXPECT_EQ(table.add("", 1), 0U);
+    EXPECT_EQ(table.add("", 1), 0U);
+    EXPECT_EQ(table.at(0), "");
+}
+
+TEST(TextTable, HoldsTextsOfAnyLength) {
+    TextTable table;
+    const std::string longText(100'000, 'x');
+    table.add("short", 1);
+    table.add(longText, 2);
+    table.add("short too", 3);
+    EXPECT_EQ(table.at(0), "short");
+    EXPECT_EQ(table.at(1), longText);
+    EXPECT_EQ(table.at(2), "short too");
+}
+
+TEST(TextTable, KeepsWhatIsNotedOfAText) {
+    TextTable table;
+    const std::uint32_t number = table.add("a", 1);
+    EXPECT_EQ(table.markOf(number), 0U);
+    table.markOf(number) = 7;
+    table.reserve(1000);
+    EXPECT_EQ(table.markOf(number), 7U);
+}
+
+TEST(TextTable, RefusesMoreTextsThanItMayHold) {
+    TextTable table(2);
+    table.add("a", 1);
+    table.add("b", 2);
+    EXPECT_THROW(table.add("c", 3), std::bad_alloc);
+    EXPECT_EQ(table.add("b", 2), 1U);
+    EXPECT_EQ(table.size(), 2U);
+}
+
+TEST(TextTable, FetchesWithoutHarmWhateverIsThere) {
+    TextTable table;
+    table.add("a", kSameHash);
+    for (const std::uint64_t hash : {kSameHash, spreadHash(1)}) {
+        table.fetchSlot(hash);
+        table.fetchText(hash);
+        table.fetchBytes(hash);
+    }
+    EXPECT_EQ(table.add("a", kSameHash), 0U);
+}
+
+} // namespace

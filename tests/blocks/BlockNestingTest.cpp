@@ -40,6 +40,12 @@ protected:
     BlockNesting nesting_;
 };
 
+TEST_F(NestingPicture, IsCompleteWithoutMonitors) {
+    EXPECT_TRUE(nesting_.isComplete());
+    nesting_.update({});
+    EXPECT_TRUE(nesting_.isComplete());
+}
+
 TEST_F(NestingPicture, ShowsWhatIsPlacedStraightInAContainer) {
     place(valveMonitor_, pump_);
     place(gateMonitor_, pump_);

@@ -4,6 +4,8 @@
 #include <KtDbBlockReference.h>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -222,6 +224,26 @@ TEST_F(AttachedTwice, OneDetachingLetsGoOfAll) {
     EXPECT_EQ(block_.setEnabled(false), Orbx::eOk);
     EXPECT_EQ(heardBy(&block_), Ids{});
     EXPECT_TRUE(block_.attributesByReference().empty());
+}
+
+TEST_F(BlockReactors, ANewReferenceWhoseAttributesAreErasedIsHeardAlone) {
+    KtDxBlock& block = enabledMonitor(valve_);
+    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
+    must(kthost::eraseAttribute(drawing(), DrawingEditor::attributesOf(reference)[0]));
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_FALSE(block.attributesByReference().contains(reference));
+    EXPECT_EQ(heardBy(&block), (Ids{valve_, reference}));
+}
+
+TEST_F(BlockReactors, WithoutAnOwnerWhatIsRecordedIsHeard) {
+    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 2);
+    KtDxBlock block;
+    auto recorded = std::make_unique<KtDbObjectIdArray>(0, 8);
+    recorded->append(reference);
+    block.references()->emplace(edit_.modelSpace(), std::move(recorded));
+    EXPECT_EQ(block.setEnabled(true), Orbx::eInvalidBlockId);
+    EXPECT_EQ(attributesRecorded(block, reference), DrawingEditor::attributesOf(reference));
+    EXPECT_EQ(heardBy(&block), withAttributes(reference));
 }
 
 using BlockReset = BlockReactors;

@@ -333,6 +333,7 @@ TEST_F(UnusualWalk, OfATableThatSomebodyIsWritingIsDone) {
     const KtDbBlockTableIter records(drawing());
     EXPECT_EQ(records.status(), Orbx::eWasOpenForWrite);
     EXPECT_TRUE(records.done());
+    EXPECT_TRUE(records.recordId().isNull());
 }
 
 TEST_F(UnusualWalk, BehindTheLastRecordIsAtNone) {

@@ -1,5 +1,7 @@
 #include "notify/OrderedChunks.h"
 
+#include "tests/support/FailingAllocation.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -106,6 +108,14 @@ TEST_F(CostOfChunks, InsertingInNoOrderMovesAChunkAtMost) {
         chunks_.insert(Moved(mixed(i)));
     }
     EXPECT_LE(moves, 32 * kElements);
+}
+
+TEST_F(CostOfChunks, InsertingInNoOrderIsAnAllocationForEachChunkAndFewBesides) {
+    const FailingFiltered counting([](const void*) { return true; }, 0);
+    for (std::uint32_t i = 0; i < kElements; ++i) {
+        chunks_.insert(Moved(mixed(i)));
+    }
+    EXPECT_LE(FailingFiltered::count(), 120U); // a hundred chunks
 }
 
 TEST_F(CostOfChunks, ErasingInNoOrderMovesAChunkAtMost) {

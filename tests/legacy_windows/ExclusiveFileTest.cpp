@@ -2,6 +2,7 @@
 #include <WindowSystem.h>
 
 #include "tests/legacy/TempFile.h"
+#include "tests/legacy_windows/ShareAll.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,6 @@
 
 /// Share modes, as others who open the file meet them.
 namespace {
-
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// What comes of trying to open a file that one is willing to share in every way.
 DWORD openNow(const std::filesystem::path& path, DWORD access) {

@@ -3,6 +3,7 @@
 
 #include "tests/legacy/TempFile.h"
 #include "tests/legacy/TemplateBytes.h"
+#include "tests/legacy_windows/ShareAll.h"
 
 #include <ktdx/KtDxNotify.h>
 
@@ -17,8 +18,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// Somebody who has the file open.
 class Holder {

@@ -37,7 +37,7 @@ public:
 private:
     void scan(bool first);
     void scanRecord(const KtDbBlockTableRecord& record, Watcher& watcher, bool first);
-    void refresh(KtDbObjectId record, Watcher& watcher);
+    void refresh(KtDbObjectId id, Watcher& watcher);
     void visit(KtDbObjectId reference, Watcher& watcher);
     void attachReference(KtDbObjectId reference, Watcher& watcher) const;
     void attachAttribute(KtDbObjectId attribute, Watcher& watcher) const;

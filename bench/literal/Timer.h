@@ -10,10 +10,12 @@ namespace bench::literal {
 
 class TimerReactor {
 public:
-    virtual void timerElapsed() = 0;
+    TimerReactor() = default;
+    TimerReactor(const TimerReactor&) = delete;
+    TimerReactor& operator=(const TimerReactor&) = delete;
+    virtual ~TimerReactor() = default;
 
-protected:
-    ~TimerReactor() = default;
+    virtual void timerElapsed() = 0;
 };
 
 class Timer;

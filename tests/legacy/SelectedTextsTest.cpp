@@ -52,6 +52,12 @@ TEST(SelectedTexts, KeepCharactersBeyondTheBasicPlane) {
     EXPECT_THAT(lists.tags.strings(), ElementsAre(L"\U0001F600", L"\u8000"));
 }
 
+TEST(SelectedTexts, HaveALongTagOf8BitCharactersWhoseLengthBeginsLikeTheMarkerOfUtf16) {
+    const std::string tag(0x01FE, 'T'); // the marker is FFFE
+    const SelectedLists lists(selectedBlockOf(1).u8(0xFF).u16(tag.size()).raw(tag).u8(1));
+    EXPECT_THAT(lists.tags.strings(), ElementsAre(std::wstring(tag.begin(), tag.end())));
+}
+
 TEST(SelectedTexts, LetTheFirstOfManyEntriesOfABlockStand) {
     constexpr std::size_t kTags = 100; // more than are filed together
     TemplateBytes bytes = selectedBlockOf(2 * kTags);

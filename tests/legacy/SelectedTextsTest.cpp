@@ -58,6 +58,13 @@ TEST(SelectedTexts, HaveALongTagOf8BitCharactersWhoseLengthBeginsLikeTheMarkerOf
     EXPECT_THAT(lists.tags.strings(), ElementsAre(std::wstring(tag.begin(), tag.end())));
 }
 
+TEST(SelectedTexts, HaveATagThatIsLongerThanOneByteTells) {
+    const std::u16string tag(300, u'T');
+    const SelectedLists lists(
+        selectedBlockOf(1).u8(0xFF).u16(0xFFFE).u8(0xFF).u16(tag.size()).characters(tag).u8(1));
+    EXPECT_THAT(lists.tags.strings(), ElementsAre(std::wstring(tag.begin(), tag.end())));
+}
+
 TEST(SelectedTexts, LetTheFirstOfManyEntriesOfABlockStand) {
     constexpr std::size_t kTags = 100; // more than are filed together
     TemplateBytes bytes = selectedBlockOf(2 * kTags);

@@ -39,13 +39,8 @@ public:
 
     KtArray(KtArray&& other) noexcept { swap(other); }
 
-    KtArray& operator=(const KtArray& other) {
-        KtArray copy(other);
-        swap(copy);
-        return *this;
-    }
-
-    KtArray& operator=(KtArray&& other) noexcept {
+    /// Of a copy, or of what was moved here.
+    KtArray& operator=(KtArray other) noexcept {
         swap(other);
         return *this;
     }

@@ -153,8 +153,10 @@ bool ArchiveReader::peekString(std::string_view& utf16Bytes, std::uint8_t& next)
 }
 
 std::string ArchiveReader::readUtf16Bytes() {
+    const std::u16string units = utf16FromWide(readString());
     std::string bytes;
-    for (const char16_t unit : utf16FromWide(readString())) {
+    bytes.reserve(2 * units.size());
+    for (const char16_t unit : units) {
         bytes.push_back(static_cast<char>(unit & 0xFF));
         bytes.push_back(static_cast<char>(unit >> 8));
     }

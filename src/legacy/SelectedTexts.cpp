@@ -44,16 +44,18 @@ public:
             list_->addTail(room_.data(), bytes.size() / 2);
             return;
         }
-        std::wstring decoded;
+        decoded_.clear();
+        decoded_.reserve(bytes.size() / 2);
         Utf16Decoder decoder;
-        decoder.append(bytes, decoded);
-        decoder.finish(decoded);
-        list_->addTail(decoded.data(), decoded.size());
+        decoder.append(bytes, decoded_);
+        decoder.finish(decoded_);
+        list_->addTail(decoded_.data(), decoded_.size());
     }
 
 private:
     KtDxStringList* list_;
     std::wstring room_;
+    std::wstring decoded_; ///< where that is not easily done
 };
 
 } // namespace

@@ -29,8 +29,7 @@ void listTemplate(const wchar_t* path, KtDxStringList& blockNames, KtDxStringLis
         return;
     }
     if (const auto selected = readSelected(path); selected != nullptr) {
-        selected->appendNames(blockNames);
-        selected->appendTags(attributeTags);
+        selected->appendTo(blockNames, attributeTags);
     }
 }
 

@@ -77,6 +77,9 @@ void SelectedTexts::readBlock(ArchiveReader& reader) {
         return;
     }
     names_.add(name, TagHash().ofBytes(name));
+    if (tagsBefore_.size() < names_.size()) {
+        tagsBefore_.push_back(listed_.size());
+    }
     readAttributes(reader);
 }
 
@@ -138,16 +141,15 @@ void SelectedTexts::file(const Attribute& attribute) {
     }
 }
 
-void SelectedTexts::appendNames(KtDxStringList& list) const {
-    Decoded names(list);
-    for (std::uint32_t number = 0; number < names_.size(); ++number) {
-        names.append(names_.at(number));
-    }
-}
-
-void SelectedTexts::appendTags(KtDxStringList& list) const {
-    Decoded tags(list);
-    for (const std::uint32_t number : listed_) {
-        tags.append(tags_.at(number));
+void SelectedTexts::appendTo(KtDxStringList& names, KtDxStringList& tags) const {
+    Decoded decodedNames(names);
+    Decoded decodedTags(tags);
+    std::size_t tag = 0;
+    for (std::uint32_t name = 0; name < names_.size(); ++name) {
+        decodedNames.append(names_.at(name));
+        const std::size_t end = name + 1 < names_.size() ? tagsBefore_[name + 1] : listed_.size();
+        for (; tag < end; ++tag) {
+            decodedTags.append(tags_.at(listed_[tag]));
+        }
     }
 }

@@ -18,10 +18,9 @@ public:
     /// Reads a whole template. Throws the kinds of TemplateFailure.h.
     explicit SelectedTexts(ArchiveReader& reader);
 
-    /// Appends the names of the selected blocks, each once.
-    void appendNames(KtDxStringList& list) const;
-    /// Appends the tags that are selected in one of them, each once.
-    void appendTags(KtDxStringList& list) const;
+    /// Appends the names of the selected blocks and the tags that are selected in one of them, each once, as
+    /// walking over the blocks comes upon them: whoever owns the lists may see in what order they are filled.
+    void appendTo(KtDxStringList& names, KtDxStringList& tags) const;
 
 private:
     struct Attribute {
@@ -45,8 +44,9 @@ private:
 
     // All texts are kept as little-endian UTF-16, which is half as much as wide characters can be.
     TextTable names_;
-    TextTable tags_;                    ///< of the selected blocks, selected or not
-    std::vector<std::uint32_t> listed_; ///< numbers of tags
-    std::uint64_t block_ = 0;           ///< the one that is read, counted from 1
+    std::vector<std::size_t> tagsBefore_; ///< of each name, how many tags are listed in front of it
+    TextTable tags_;                      ///< of the selected blocks, selected or not
+    std::vector<std::uint32_t> listed_;   ///< numbers of tags
+    std::uint64_t block_ = 0;             ///< the one that is read, counted from 1
     Batch batch_;
 };

@@ -43,7 +43,9 @@ private:
 
     static std::uint64_t lastWord(std::string_view bytes) {
         std::uint64_t word = 0;
-        std::memcpy(&word, bytes.data(), bytes.size());
+        if (!bytes.empty()) { // nothing may be copied from nowhere
+            std::memcpy(&word, bytes.data(), bytes.size());
+        }
         return word;
     }
 

@@ -25,8 +25,7 @@ struct SelectedLists {
         MemorySource source(bytes.bytes(), piece);
         ArchiveReader reader(source);
         const SelectedTexts selected(reader);
-        selected.appendNames(names);
-        selected.appendTags(tags);
+        selected.appendTo(names, tags);
     }
 
     KtDxStringVector names;
@@ -86,6 +85,27 @@ TEST(SelectedTexts, ListATagWhereItIsSelectedFirst) {
                                   .body(u"B", 1, 1)
                                   .attribute(u"late", 1));
     EXPECT_THAT(lists.tags.strings(), ElementsAre(L"early", L"late"));
+}
+
+TEST(SelectedTexts, AreAppendedBlockByBlock) {
+    MemorySource source(TemplateBytes()
+                            .header(3)
+                            .newClass()
+                            .body(u"A", 1, 2)
+                            .attribute(u"T", 1)
+                            .attribute(u"U", 1)
+                            .u16(0x8001)
+                            .body(u"B", 1, 1)
+                            .attribute(u"T", 1)
+                            .u16(0x8001)
+                            .body(u"A", 1, 1)
+                            .attribute(u"V", 1)
+                            .bytes(),
+                        4096);
+    ArchiveReader reader(source);
+    KtDxStringVector both;
+    SelectedTexts(reader).appendTo(both, both);
+    EXPECT_THAT(both.strings(), ElementsAre(L"A", L"T", L"U", L"B", L"V"));
 }
 
 TEST(SelectedTexts, PassOverABlockThatIsNotSelected) {

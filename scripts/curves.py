@@ -99,7 +99,7 @@ def panel(left, top, workload, element, size_label, curves):
     across = Axis([size for points in curves.values() for size, _ in points], left, right, 1)
     up = Axis([time for points in curves.values() for _, time in points], bottom, top, 1)
     parts = [text(left, top - 22, workload, "start", 14, "bold"),
-             text(left, top - 7, f"time a {element}", "start", 11)]
+             text(left, top - 7, f"time {'an' if element[0] in 'aeiou' else 'a'} {element}", "start", 11)]
     for value in up.ticks(4):
         parts += [line(left, up.at(value), right, up.at(value)),
                   text(left - 7, up.at(value) + 4, time_text(value), "end", 11)]

@@ -38,7 +38,7 @@ std::string columnText(const Figure& figure, Column column) {
 }
 
 std::string heading(const Figure& figure) {
-    std::string text = fmt::format("\n{}, an element is a {}\n{:>10}", figure.workload, figure.element, "");
+    std::string text = fmt::format("\n{}, element: {}\n{:>10}", figure.workload, figure.element, "");
     for (const Column column : kColumns) {
         text += fmt::format(" {:>10} {:>5} {:>8} {:>8}", nameOf(column), "+-", "ns/el", "alloc/el");
     }

@@ -190,8 +190,12 @@ class Project:
 
 
 def constant_at(code, change):
-    """Where it is; of a literal, of which one character changes, all."""
+    """Where it is; of a literal, of which one character changes, all, and of a number what belongs to it."""
     start, end = change.start, change.end
+    while code[start].isalnum() and code[start - 1].isalnum():
+        start -= 1
+    while code[end - 1].isalnum() and code[end].isalnum():
+        end += 1
     while code[start - 1] == BLANK and code[start] == BLANK:
         start -= 1
     while code[end] == BLANK and code[end - 1] == BLANK:

@@ -59,7 +59,7 @@ std::wstring takeFreeName(Session& session, Words& words) {
 } // namespace
 
 void runOpen(Session& session, Words& words) {
-    const std::filesystem::path file = pathOf(words.take("FILE"));
+    const std::filesystem::path file = words.takePath("FILE");
     words.expectEnd();
     DocumentManager& documents = session.host().documents();
     const std::wstring name = freeName(documents, pathText(file.stem()));

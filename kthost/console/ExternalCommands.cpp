@@ -44,7 +44,7 @@ void requireRead(Orbx::ErrorStatus status, const std::string& what) {
 } // namespace
 
 void runAttach(Session& session, Words& words) {
-    const std::filesystem::path file = std::filesystem::absolute(pathOf(words.take("FILE")));
+    const std::filesystem::path file = words.takeWholePath("FILE");
     words.expect(L"as");
     const std::wstring name = words.take("NAME");
     words.expectEnd();
@@ -72,8 +72,7 @@ void runReload(Session& session, Words& words) {
     const std::string name = toUtf8(wideName);
     DrawingLoader loader;
     if (words.takeIf(L"from")) {
-        loader =
-            loaderOf(std::filesystem::absolute(pathOf(words.take("FILE"))), wideName, session.progress());
+        loader = loaderOf(words.takeWholePath("FILE"), wideName, session.progress());
     }
     words.expectEnd();
     session.edit(L"reload", [&](Database& database) {

@@ -22,7 +22,7 @@ void demand(const HostResult& result) {
 } // namespace
 
 void runLoad(Session& session, Words& words) {
-    const std::filesystem::path file = std::filesystem::absolute(pathOf(words.take("FILE")));
+    const std::filesystem::path file = words.takeWholePath("FILE");
     words.expectEnd();
     demand(session.host().modules().load(file));
     session.say("loaded " + toUtf8(pathText(file.filename())));

@@ -1,10 +1,12 @@
 #include "kthost/console/Words.h"
 
 #include "kthost/console/CommandError.h"
+#include "kthost/reader/PathText.h"
 #include "kthost/runtime/Utf8.h"
 
 #include <charconv>
 #include <cmath>
+#include <system_error>
 
 namespace kthost {
 
@@ -59,6 +61,24 @@ KtGePoint3d Words::takePoint() {
         throw UsageError("'" + text + "' is no position X,Y");
     }
     return point;
+}
+
+std::filesystem::path Words::takePath(const char* what) {
+    const std::wstring& text = take(what);
+    if (text.empty()) {
+        throw UsageError(std::string(what) + " is empty");
+    }
+    return pathOf(text);
+}
+
+std::filesystem::path Words::takeWholePath(const char* what) {
+    const std::filesystem::path path = takePath(what);
+    std::error_code error;
+    std::filesystem::path whole = std::filesystem::absolute(path, error);
+    if (error) {
+        throw CommandError(toUtf8(pathText(path)) + ": " + error.message());
+    }
+    return whole;
 }
 
 std::uint32_t Words::takeNumber(const char* what, std::uint32_t least, std::uint32_t most) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,11 @@ public:
 
     /// X,Y with two finite numbers.
     KtGePoint3d takePoint();
+    /// A path as it is written. The empty one leads nowhere.
+    std::filesystem::path takePath(const char* what);
+    /// The same from the root on, so that it stays when the current folder becomes another. CommandError
+    /// where there is no current folder.
+    std::filesystem::path takeWholePath(const char* what);
     /// A whole number from `least` to `most`.
     std::uint32_t takeNumber(const char* what, std::uint32_t least, std::uint32_t most);
 

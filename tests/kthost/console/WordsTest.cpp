@@ -41,6 +41,19 @@ TEST(Words, RefusesWhatIsNoPosition) {
     }
 }
 
+TEST(Words, ReadsPathsAsTheyAreWritten) {
+    EXPECT_EQ(words(L"plans/one").takePath("FILE"), "plans/one");
+}
+
+TEST(Words, ReadsPathsFromTheRootOn) {
+    EXPECT_EQ(words(L"plans/one").takeWholePath("FILE"), std::filesystem::current_path() / "plans/one");
+}
+
+TEST(Words, RefusesAnEmptyPath) {
+    EXPECT_THROW(words(L"").takePath("FILE"), UsageError);
+    EXPECT_THROW(words(L"").takeWholePath("FILE"), UsageError);
+}
+
 TEST(Words, ReadsNumbersInTheirRange) {
     EXPECT_EQ(words(L"1").takeNumber("N", 1, 5), 1U);
     EXPECT_EQ(words(L"5").takeNumber("N", 1, 5), 5U);

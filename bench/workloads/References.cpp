@@ -40,6 +40,7 @@ public:
         if (!watched_) {
             makeFresh();
             attach();
+            settle();
         }
     }
 
@@ -61,6 +62,12 @@ public:
     void expectErased(const Ids& taken);
 
 private:
+    /// The first change after attaching has the nesting looked over, which the propagation measures.
+    void settle() {
+        expectInsertsOnly();
+        stage().command([this] { drawing().edit(1); });
+    }
+
     void make() {
         drawing_.reset();
         stage_.reset();

@@ -9,6 +9,7 @@
 #include "blocks/KtDxBlocks.h"
 #include "blocks/OpenedObject.h"
 
+#include <cstddef>
 #include <new>
 #include <tuple>
 
@@ -33,6 +34,17 @@ const KtDbBlockRepresentation* representationProtocol() {
     const bool usable =
         extension != nullptr && extension->isA()->isDerivedFrom(KtDbBlockRepresentation::desc());
     return usable ? static_cast<const KtDbBlockRepresentation*>(extension) : nullptr;
+}
+
+/// Without an owner nobody counts the monitors that bear it.
+void setMark(bool& mark, bool on, std::size_t* count) {
+    if (mark == on) {
+        return; // and most of what lies in the caches stays as it is
+    }
+    mark = on;
+    if (count != nullptr) {
+        on ? ++*count : --*count;
+    }
 }
 
 } // namespace
@@ -76,6 +88,7 @@ Orbx::ErrorStatus KtDxBlock::init(KtDxBlocks* owner, const KtDbBlockTableRecord*
         return Orbx::eMissing;
     }
     owner_ = owner;
+    ++owner_->marks().needsUpdate; // borne from the start
     blockId_ = record->objectId();
     try {
         recordIds_.append(blockId_);
@@ -107,7 +120,8 @@ void KtDxBlock::findRepresentations() {
 
 void KtDxBlock::reset() {
     std::ignore = setEnabled(false); // what will not open is remembered and tried once more at the end
-    changed_ = false;
+    KtDxBlock::setChanged(false);
+    KtDxBlock::setNeedsUpdate(false);
     needsUpdateFlag_ = true;
     owner_ = nullptr;
     blockId_ = KtDbObjectId();
@@ -157,7 +171,7 @@ void KtDxBlock::setNeedsUpdate(bool on) {
     if (on) {
         owner_->setRescanNeeded(true);
     }
-    needsUpdateFlag_ = on;
+    setMark(needsUpdateFlag_, on, owner_ == nullptr ? nullptr : &owner_->marks().needsUpdate);
 }
 
 bool KtDxBlock::isChanged() const {
@@ -171,7 +185,7 @@ void KtDxBlock::setChanged(bool on) {
     if (on) {
         owner_->setPendingChanges(true);
     }
-    changed_ = on;
+    setMark(changed_, on, owner_ == nullptr ? nullptr : &owner_->marks().changed);
 }
 
 KtDxCallbackSet* KtDxBlock::callbacks() {

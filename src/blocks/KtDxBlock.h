@@ -142,9 +142,9 @@ private:
     KtDxCallbackSet callbackSet_;
     Attributes attributesByReference_;
     KtDbObjectIdArray recordIds_;
-    RecordedOrder recordedOrder_;
+    RecordedOrder recordedOrder_;  // what a rescan reads of each block lies together
+    Rescan* running_ = nullptr;    // the innermost, where an update calls out and is called back
     bool isOrderDoubtful_ = false; // not before it has been checked does a rescan go by it
-    IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
-    Rescan* running_ = nullptr; // the innermost, where an update calls out and is called back
     bool claimed_ = false;
+    IdVector leftBehind_; // objects that may still hold this reactor, unrecorded; asked once more at the end
 };

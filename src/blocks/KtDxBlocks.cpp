@@ -191,11 +191,12 @@ void KtDxBlocks::setRescanNeeded(bool on) {
     if (on) {
         return;
     }
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor == nullptr) {
+    for (auto entry = blockMonitors_.begin(); entry != blockMonitors_.end() && marks_.needsUpdate != 0;
+         ++entry) {
+        if (entry->second == nullptr) {
             return;
         }
-        monitor->setNeedsUpdate(false);
+        entry->second->setNeedsUpdate(false);
     }
 }
 
@@ -208,11 +209,11 @@ void KtDxBlocks::setPendingChanges(bool on) {
     if (on) {
         return;
     }
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor == nullptr) {
+    for (auto entry = blockMonitors_.begin(); entry != blockMonitors_.end() && marks_.changed != 0; ++entry) {
+        if (entry->second == nullptr) {
             return;
         }
-        monitor->setChanged(false);
+        entry->second->setChanged(false);
     }
 }
 

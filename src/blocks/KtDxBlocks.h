@@ -8,6 +8,7 @@
 #include "notify/KtDxEnableBase.h"
 #include "notify/KtDxTimerReactor.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <set>
@@ -125,6 +126,16 @@ public:
     /// Number of records that the last scan put under watch, new or known.
     std::int32_t monitoredCount() const { return monitoredCount_; }
 
+    /// How many monitors bear each mark.
+    struct Marks {
+        std::size_t needsUpdate = 0;
+        std::size_t changed = 0;
+    };
+
+    /// For the monitors, which count themselves. Walks over all of them end where nobody bears a mark any
+    /// more.
+    Marks& marks() { return marks_; }
+
 private:
     Orbx::ErrorStatus scanAllRecords();
     Orbx::ErrorStatus scanRecord(const KtDbBlockTableRecord* record);
@@ -156,6 +167,7 @@ private:
     KtDbObjectId heardTable_; // also after an enabling that failed half-way, and after a reset
     BlockNesting nesting_;    // up to date only while it is asked
     RescanRoom rescanRoom_;
+    Marks marks_;
     std::uint64_t emptyEntryStamp_ = 0; // of the monitors when they were last looked over for an empty entry
     bool hasEmptyEntry_ = false;
 };

@@ -64,22 +64,26 @@ Orbx::ErrorStatus KtDxBlocks::collectNestedInChanged(KtDbObjectIdSet& nested) {
     try {
         const KeptNesting kept(nesting_, blockMonitors_);
         KtDbObjectIdSet visited; // shared: what one changed block has led to, the next need not follow again
-        for (const auto& entry : blockMonitors_) {
-            KtDxBlock* const monitor = entry.second; // the entry moves when others come or go
+        std::size_t left = marks_.changed;
+        for (auto entry = blockMonitors_.begin(); entry != blockMonitors_.end() && left != 0; ++entry) {
+            const auto [key, monitor] = *entry; // a copy: it moves when others come or go
             if (monitor == nullptr) {
                 return Orbx::eMissing;
             }
-            const Orbx::ErrorStatus status =
-                monitor->isChanged() ? collectNestedBlocks(monitor->blockId(), true, nested, visited)
-                                     : Orbx::eOk;
-            if (status != Orbx::eOk) {
+            if (!monitor->isChanged()) {
+                continue;
+            }
+            const KtDbObjectId block = monitor->blockId();
+            left -= key == block ? 1U : 0U; // once, whatever other keys reach it
+            if (const Orbx::ErrorStatus status = collectNestedBlocks(block, true, nested, visited);
+                status != Orbx::eOk) {
                 return status;
             }
         }
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
-    return Orbx::eOk;
+    return hasEmptyEntry() ? Orbx::eMissing : Orbx::eOk; // also behind the last that was asked
 }
 
 bool KtDxBlocks::hasEmptyEntry() {
@@ -134,10 +138,11 @@ void KtDxBlocks::notifyBlockReferenceMonitors() {
 
 /// Clears the marks of the changed blocks.
 void KtDxBlocks::takeCallbacksOfChanged(KtDxCallbackSet& callbacks) {
-    for (const auto& [key, monitor] : blockMonitors_) {
-        if (monitor->isChanged()) {
-            monitor->setChanged(false);
-            callbacks.insert(monitor->callbacks()->begin(), monitor->callbacks()->end());
+    for (auto entry = blockMonitors_.begin(); entry != blockMonitors_.end() && marks_.changed != 0; ++entry) {
+        KtDxBlock& monitor = *entry->second;
+        if (monitor.isChanged()) {
+            monitor.setChanged(false);
+            callbacks.insert(monitor.callbacks()->begin(), monitor.callbacks()->end());
         }
     }
 }

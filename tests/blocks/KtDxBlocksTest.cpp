@@ -63,6 +63,15 @@ private:
 
 class BlockTableMonitor : public BlocksTest {
 protected:
+    /// Behind all others.
+    KtDxBlock& lastBlock() {
+        const KtDbObjectId id = edit_.define(L"last");
+        const OpenedObject<KtDbBlockTableRecord> opened(id, KtDb::kForRead);
+        KtDxBlock* block = nullptr;
+        must(blocks().createBlockMonitor(block, opened.get()));
+        return *block;
+    }
+
     /// Reached by two keys, initialised for a definition "counted". Owned by the monitor.
     CountingBlock& addCounting(KtDxBlocks& blocks) {
         auto made = std::make_unique<CountingBlock>(&alive_);
@@ -345,15 +354,39 @@ TEST_F(BlockTableMonitor, ClearingStopsAtAnEmptyEntry) {
 
 TEST_F(BlockTableMonitor, ABlockIsToldOnceForEachOfItsKeys) {
     CountingBlock& counting = addCounting(blocks());
+    KtDxBlock& last = lastBlock();
+    last.setNeedsUpdate(true);
+    last.setChanged(true);
     blocks().setRescanNeeded(false);
     blocks().setPendingChanges(false);
     EXPECT_EQ(counting.updateCleared, 2);
     EXPECT_EQ(counting.changedCleared, 2);
 }
 
+TEST_F(BlockTableMonitor, NoBlockIsToldToClearWhatNoneBears) {
+    CountingBlock& counting = addCounting(blocks());
+    blocks().setRescanNeeded(false);
+    blocks().setPendingChanges(false);
+    EXPECT_EQ(counting.updateCleared, 0);
+    EXPECT_EQ(counting.changedCleared, 0);
+}
+
+TEST_F(BlockTableMonitor, ABlockThatIsDestroyedBearsNoMarkAnyMore) {
+    KtDxBlocks& made = blocks();
+    {
+        KtDxBlock block;
+        const OpenedObject<KtDbBlockTableRecord> opened(valve_, KtDb::kForRead);
+        must(block.init(&made, opened.get()));
+        block.setNeedsUpdate(true);
+        block.setChanged(true);
+    }
+    EXPECT_EQ(made.marks().needsUpdate, 0U);
+    EXPECT_EQ(made.marks().changed, 0U);
+}
+
 TEST_F(BlockTableMonitor, ABlockIsAskedOnceForEachOfItsKeys) {
     CountingBlock& counting = addCounting(blocks());
-    blocks().setPendingChanges(true);
+    lastBlock().setChanged(true);
     counting.askedIfChanged = 0;
     blocks().propagateChanges();
     EXPECT_EQ(counting.askedIfChanged, 2);

@@ -207,6 +207,19 @@ TEST_F(StepsOfATable, ThatPropagatesEndAtAnEntryThatIsEmptiedOnTheWay) {
     EXPECT_FALSE(monitorOf(valve_)->isChanged());
 }
 
+TEST_F(StepsOfATable, ThatPropagatesEndAtAnEntryThatIsEmptiedBeforeAChangedBlock) {
+    edit_.insert(valve_, pump_);
+    const KtDbObjectId emptied = edit_.insert(pump_); // no key yet
+    const KtDbObjectId last = edit_.define(L"last");
+    must(blocks().scanBlockTable());
+    blocks().setPendingChanges(false);
+    monitorOf(pump_)->setChanged(true);
+    monitorOf(last)->setChanged(true);
+    meddler(blocks()).whenAsked = [&] { blocks().addRepresentation(emptied, nullptr); };
+    blocks().propagateChanges();
+    EXPECT_FALSE(monitorOf(valve_)->isChanged());
+}
+
 /// Notes its steps.
 class NotingBlocks : public KtDxBlocks {
 public:

@@ -24,17 +24,24 @@ check_platform_walls() {
   fi
 }
 
-# The sources one by one, for the static analyzer's sake. The tests, which do without it (tests/.clang-tidy), ten at a
-# time: most of what clang-tidy does for a test is to read GoogleTest.
+# The static analyzer goes by single sources: of several at a time it follows fewer paths. The tests do without it
+# (tests/.clang-tidy). All else is checked ten sources at a time, since most of its work is to read the library.
 check_tidy() {
-  cmake --preset debug >/dev/null
+  cmake --preset bench >/dev/null
   cmake --preset tidy >/dev/null
   cp tests/.clang-tidy build/tidy/tests/
-  cmake --preset bench >/dev/null
-  files_built_by build/debug src kthost clients samples tools | xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/debug 2> >(without_counts)
-  files_built_by build/bench bench | xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/bench 2> >(without_counts)
-  find build/tidy/tests -name 'unity_*.cxx' -print0 |
-    xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p build/tidy --checks=-bugprone-suspicious-include 2> >(without_counts)
+  files_built_by build/bench src kthost clients samples tools bench | run_tidy build/bench '-*,clang-analyzer-*,-clang-analyzer-optin.cplusplus.VirtualCall'
+  units_of build/tidy | run_tidy build/tidy '-clang-analyzer-*,-bugprone-suspicious-include'
+}
+
+# run_tidy BUILD CHECKS: over what comes with a zero behind each.
+run_tidy() {
+  xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p "$1" "--checks=$2" 2> >(without_counts)
+}
+
+# units_of BUILD: what the compile database there has compiled, each with a zero behind it.
+units_of() {
+  sed -n 's/^ *"file": "\(.*\)"$/\1/p' "$1/compile_commands.json" | tr '\n' '\0'
 }
 
 # files_built_by BUILD FOLDER...: those of our sources that the compile database there names, each with a zero behind it.

@@ -9,6 +9,7 @@ inline constexpr const char* kOneEdited = "one attribute edited";
 inline constexpr const char* kSomeEdited = "1 in 100 edited";
 inline constexpr const char* kSomeInserted = "1 in 100 inserted";
 inline constexpr const char* kSomeErased = "1 in 100 erased for good";
+inline constexpr const char* kOnePropagated = "propagation, 1 changed";
 inline constexpr const char* kFewPropagated = "propagation, 30 changed";
 inline constexpr const char* kManyPropagated = "propagation, 1000 changed";
 inline constexpr const char* kInModelSpace = "instances in model space";

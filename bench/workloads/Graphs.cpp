@@ -14,8 +14,6 @@ namespace bench {
 
 namespace {
 
-void called() {}
-
 /// A graph whose definitions are all watched.
 class GraphScene {
 public:
@@ -114,8 +112,7 @@ std::vector<Workload<GraphScene>> workloads() {
     const char* const reached = "nesting reached";
     const char* const element = "nesting";
     return {
-        {"propagation, 1 changed", reached, &propagate<1>, &onePass, &nestingsReached<1>,
-         &isPropagated<1, kMost>},
+        {kOnePropagated, reached, &propagate<1>, &onePass, &nestingsReached<1>, &isPropagated<1, kMost>},
         {kFewPropagated, reached, &propagate<30>, &onePass, &nestingsReached<30>, &isPropagated<30, kMost>},
         {kManyPropagated, reached, &propagate<1000>, &onePass, &nestingsReached<1000>,
          &isPropagated<1000, kMost>},

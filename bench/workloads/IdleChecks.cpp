@@ -14,8 +14,6 @@ namespace bench {
 
 namespace {
 
-void called() {}
-
 /// A watched drawing with one reference, and as many callbacks at idle checks as the setting's size.
 class IdleScene {
 public:

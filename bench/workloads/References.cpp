@@ -12,8 +12,6 @@ namespace bench {
 
 namespace {
 
-void called() {}
-
 /// A drawing that nobody watches until a workload wants it watched.
 class ReferenceScene {
 public:

@@ -8,6 +8,9 @@
 
 namespace bench {
 
+/// A client that looks at nothing.
+inline void called() {}
+
 /// A host with one document, and whoever does the work in it. Made in two steps, so that the drawing is there
 /// when the contender comes.
 class Stage {

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -113,6 +115,19 @@ TEST(ArchiveReader, StopsAtTheSizeThatTheSourceHasToldThoughItGivesMore) {
     EXPECT_THROW(reader.readUint32(), ArchiveFailure);
 }
 
+TEST(ArchiveReader, AsksItsSourceForNothingWhereTooLittleIsLeft) {
+    class Broken : public ByteSource {
+    public:
+        std::size_t read(std::span<unsigned char> /*to*/) override { throw FileFailure("reading fails"); }
+
+        [[nodiscard]] std::uint64_t size() const override { return 3; }
+    };
+
+    Broken source;
+    ArchiveReader reader(source);
+    EXPECT_THROW(reader.readUint32(), ArchiveFailure);
+}
+
 TEST(ArchiveReader, PassesOnTheFailureOfItsSource) {
     class Broken : public ByteSource {
     public:
@@ -124,6 +139,50 @@ TEST(ArchiveReader, PassesOnTheFailureOfItsSource) {
     Broken source;
     ArchiveReader reader(source);
     EXPECT_THROW(reader.readByte(), FileFailure);
+}
+
+/// A reader whose buffer has been filled, with a byte that is not of what follows.
+struct Peeking : Reading {
+    explicit Peeking(const TemplateBytes& bytes, std::size_t buffered = 4096)
+        : Reading(TemplateBytes().u8(0).raw(bytes.bytes()), 1 + buffered) {
+        reader.readByte();
+    }
+
+    bool peek() { return reader.peekString(text, next); }
+
+    std::string_view text;
+    std::uint8_t next = 0;
+};
+
+TEST(ArchivePeek, IsAtATextOfTheUsualFormAndTheByteBehindIt) {
+    Peeking peeking(TemplateBytes().text(u"abc").u8(7).u8(9));
+    ASSERT_TRUE(peeking.peek());
+    EXPECT_EQ(peeking.text, std::string_view("a\0b\0c\0", 6));
+    EXPECT_EQ(peeking.next, 7U);
+    EXPECT_EQ(peeking.reader.readByte(), 9U);
+}
+
+TEST(ArchivePeek, IsNotAtATextOfAnotherForm) {
+    const std::vector<TemplateBytes> others{
+        TemplateBytes().u8(3).u8(0xFE).u8(0xFF).u8(0), // three characters of 8 bits
+        TemplateBytes().u8(0xFF).u16(0xFF01).u8(0),    // many of them
+        TemplateBytes().u8(0xFF).u16(0x01FE).u8(0),    //
+        TemplateBytes().u8(0xFF).u16(0xFFFE).u8(0xFF), // many of 16 bits
+    };
+    for (TemplateBytes other : others) {
+        Peeking peeking(other.raw(std::string(1000, '\0')));
+        EXPECT_FALSE(peeking.peek());
+        EXPECT_EQ(peeking.reader.position(), 1U);
+    }
+}
+
+TEST(ArchivePeek, IsNotAtATextThatIsNotInTheBufferWithTheByteBehindIt) {
+    const TemplateBytes bytes = TemplateBytes().text(u"a").u8(7);
+    for (std::size_t buffered = 0; buffered < bytes.bytes().size(); ++buffered) {
+        Peeking peeking(bytes, buffered);
+        EXPECT_FALSE(peeking.peek()) << buffered;
+        EXPECT_EQ(peeking.reader.readString(), L"a");
+    }
 }
 
 TEST(ArchiveCount, IsReadFromTwoBytes) {

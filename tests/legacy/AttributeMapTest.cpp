@@ -1,8 +1,11 @@
 #include "legacy/AttributeMap.h"
 
+#include "legacy/TagHash.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -102,6 +105,37 @@ TEST(AttributeMap, FindsEachOfManyTags) {
 
 TEST(AttributeMap, FindsNoneThatIsNotAmongMany) {
     EXPECT_EQ(mapOf(manyTags()).find(L"1000"), nullptr);
+}
+
+/// Tags whose hashes are all even.
+std::vector<std::wstring> tagsOfEvenHash(std::size_t count) {
+    std::vector<std::wstring> tags;
+    for (int i = 0; tags.size() < count; ++i) {
+        std::wstring tag = std::to_wstring(i);
+        if (TagHash()(tag) % 2 == 0) {
+            tags.push_back(std::move(tag));
+        }
+    }
+    return tags;
+}
+
+TEST(AttributeMap, FindsNoneThatIsNotAmongManyHoweverTheirHashesFall) {
+    constexpr std::size_t kMost = 64;
+    for (std::size_t count = 1; count < kMost; ++count) {
+        std::vector<std::wstring> tags = tagsOfEvenHash(count + 1);
+        const std::wstring other = tags.back();
+        tags.pop_back();
+        EXPECT_EQ(mapOf(tags).find(other), nullptr) << count;
+    }
+}
+
+TEST(AttributeMap,
+     TakesAHundredThousandTags) { // which a walk along the others for each would take minutes for
+    AttributeMap map;
+    for (int i = 0; i < 100'000; ++i) {
+        map.add(std::to_wstring(i), entry());
+    }
+    EXPECT_EQ(map.size(), 100'000U);
 }
 
 } // namespace

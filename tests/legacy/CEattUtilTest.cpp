@@ -62,6 +62,10 @@ TEST(CollationRanks, AreTheSameForTextsThatDifferInCase) {
               (Ranks{1, 2, 2, 0}));
 }
 
+TEST(CollationRanks, AreTheSameForManyTextsThatAreTheSame) {
+    EXPECT_EQ(collationRanks(Strings(1000, L"TAG"), std::locale::classic()), Ranks(1000, 0));
+}
+
 /// Lower case for one letter beyond ASCII, whatever the system's locales know of it.
 class UmlautCase : public std::ctype<wchar_t> {
 protected:

@@ -7,8 +7,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <new>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -200,6 +202,41 @@ TEST(ReadLegacyBlkTemplate, EmptiesTheListsAndFreesAllWhereverMemoryRunsOut) {
     }
     EXPECT_GT(failures, 10U);
     EXPECT_EQ(counted_memory::current(), before);
+}
+
+/// Writes down what it is asked to do, and can refuse texts for want of memory.
+// NOLINTNEXTLINE(cppcoreguidelines-virtual-class-destructor): final, and never deleted by its base
+class WatchedList final : public KtDxStringList {
+public:
+    WatchedList(std::wstring name, std::vector<std::wstring>& calls)
+        : name_(std::move(name)),
+          calls_(&calls) {}
+
+    void removeAll() override { calls_->push_back(L"empty " + name_); }
+
+    void addTail(const wchar_t* text, std::size_t length) override {
+        calls_->push_back(name_ + L" " + std::wstring(text, length));
+        if (isFull) {
+            throw std::bad_alloc();
+        }
+    }
+
+    bool isFull = false;
+
+private:
+    std::wstring name_;
+    std::vector<std::wstring>* calls_;
+};
+
+TEST(ReadLegacyBlkTemplate, AlwaysEmptiesTheListOfNamesFirst) {
+    const TempFile file(TemplateBytes().header(1).newClass().body(u"B", 1, 1).attribute(u"T", 1).bytes());
+    std::vector<std::wstring> calls;
+    WatchedList names(L"names", calls);
+    WatchedList tags(L"tags", calls);
+    tags.isFull = true;
+    ktdxReadLegacyBlkTemplate(file.wide().c_str(), &names, &tags);
+    EXPECT_THAT(calls, ElementsAre(L"empty names", L"empty tags", L"names B", L"tags T", L"empty names",
+                                   L"empty tags"));
 }
 
 TEST(ReadLegacyBlkTemplate, PassesOnWhatElseAListThrows) {

@@ -2,6 +2,7 @@
 
 #include "legacy/ArchiveReader.h"
 #include "legacy/TemplateFailure.h"
+#include "tests/legacy/CountedMemory.h"
 #include "tests/legacy/LoadedTemplate.h"
 
 #include <ktdx/StringList.h>
@@ -49,6 +50,12 @@ TEST(SelectedTexts, KnowATagAgainThatIsWrittenInAnotherForm) {
 TEST(SelectedTexts, KeepCharactersBeyondTheBasicPlane) {
     const SelectedLists lists(selectedBlockOf(2).attribute(u"\U0001F600", 1).attribute(u"\u8000", 1));
     EXPECT_THAT(lists.tags.strings(), ElementsAre(L"\U0001F600", L"\u8000"));
+}
+
+TEST(SelectedTexts, KeepAHighHalfWithoutALowOneAtTheEnd) {
+    const std::u16string tag{u'T', char16_t{0xD800}};
+    const SelectedLists lists(selectedBlockOf(1).attribute(tag, 1));
+    EXPECT_THAT(lists.tags.strings(), ElementsAre(std::wstring{L'T', static_cast<wchar_t>(0xD800)}));
 }
 
 TEST(SelectedTexts, HaveALongTagOf8BitCharactersWhoseLengthBeginsLikeTheMarkerOfUtf16) {
@@ -106,6 +113,41 @@ TEST(SelectedTexts, AreAppendedBlockByBlock) {
     KtDxStringVector both;
     SelectedTexts(reader).appendTo(both, both);
     EXPECT_THAT(both.strings(), ElementsAre(L"A", L"T", L"U", L"B", L"V"));
+}
+
+TEST(SelectedTexts, AreAppendedBlockByBlockWhereABlockComesTwiceInARow) {
+    MemorySource source(TemplateBytes()
+                            .header(3)
+                            .newClass()
+                            .body(u"A", 1, 1)
+                            .attribute(u"T", 1)
+                            .u16(0x8001)
+                            .body(u"A", 1, 1)
+                            .attribute(u"U", 1)
+                            .u16(0x8001)
+                            .body(u"B", 1, 1)
+                            .attribute(u"V", 1)
+                            .bytes(),
+                        4096);
+    ArchiveReader reader(source);
+    KtDxStringVector both;
+    SelectedTexts(reader).appendTo(both, both);
+    EXPECT_THAT(both.strings(), ElementsAre(L"A", L"T", L"U", L"B", L"V"));
+}
+
+/// What a template's texts take as long as they are there.
+std::size_t heldFor(const TemplateBytes& bytes) {
+    MemorySource source(bytes.bytes(), 4096);
+    ArchiveReader reader(source);
+    const std::size_t before = counted_memory::current();
+    const SelectedTexts selected(reader);
+    return counted_memory::current() - before;
+}
+
+TEST(SelectedTexts, TakeRoomForTagsOnlyWhereThereAreAny) {
+    const std::size_t withoutTags = heldFor(selectedBlockOf(0));
+    const std::size_t withATag = heldFor(selectedBlockOf(1).attribute(u"T", 1));
+    EXPECT_GT(withATag, withoutTags + withoutTags / 2); // as much for tags as for names
 }
 
 TEST(SelectedTexts, PassOverABlockThatIsNotSelected) {

@@ -186,6 +186,11 @@ TEST(TemplateFormat, TellsThatTheFileEndsBehindABlocksName) {
     EXPECT_STREQ(loaded.reader.place.field, "block flag");
 }
 
+TEST(TemplateFormat, TellsThatTheFileEndsInItsHeader) {
+    const LoadedTemplate loaded(TemplateBytes().u16(1));
+    EXPECT_STREQ(loaded.reader.place.field, "header");
+}
+
 TEST(TemplateFormat, TellsThatTheFileEndsBeforeTheFirstBlock) {
     const LoadedTemplate loaded(TemplateBytes().u32(1).u8(0));
     EXPECT_EQ(loaded.reader.place.block, TemplatePlace::kNone);

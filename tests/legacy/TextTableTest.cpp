@@ -1,5 +1,7 @@
 #include "legacy/TextTable.h"
 
+#include "tests/legacy/CountedMemory.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -69,6 +71,37 @@ TEST(TextTable, FindsAllTextsAfterRoomWasMade) {
     EXPECT_EQ(table.add("b", kSameHash), 1U);
 }
 
+TEST(TextTable, NeedsNoMemoryForTextsThatRoomWasMadeFor) {
+    constexpr std::uint32_t kTexts = 1024;
+    TextTable table;
+    table.add("0", spreadHash(0)); // which brings room for the bytes of all
+    table.reserve(kTexts - 1);
+    counted_memory::failAfter(0);
+    for (std::uint32_t i = 1; i < kTexts; ++i) {
+        table.add(std::to_string(i), spreadHash(i));
+    }
+    EXPECT_TRUE(counted_memory::cancelFailure());
+    EXPECT_EQ(table.size(), kTexts);
+}
+
+TEST(TextTable, TakesNoMemoryToMakeRoomThatIsThere) {
+    TextTable table;
+    table.reserve(10);
+    counted_memory::failAfter(0);
+    table.reserve(10);
+    EXPECT_TRUE(counted_memory::cancelFailure());
+}
+
+TEST(TextTable, MovesToOtherMemoryAFewTimesOnlyWhereRoomIsMadeForOneTextAtATime) {
+    TextTable table;
+    counted_memory::failAfter(50); // two arrays, a dozen doublings of each
+    for (std::uint32_t i = 0; i < 4000; ++i) {
+        table.reserve(1);
+        table.add(std::to_string(i), spreadHash(i));
+    }
+    EXPECT_TRUE(counted_memory::cancelFailure());
+}
+
 TEST(TextTable, HoldsTheEmptyText) {
     TextTable table;
     EXPECT_EQ(table.add("", 1), 0U);
@@ -108,7 +141,7 @@ TEST(TextTable, RefusesMoreTextsThanItMayHold) {
 TEST(TextTable, FetchesWithoutHarmWhateverIsThere) {
     TextTable table;
     table.add("a", kSameHash);
-    for (const std::uint64_t hash : {kSameHash, spreadHash(1)}) {
+    for (const std::uint64_t hash : {kSameHash, spreadHash(1), spreadHash(0)}) {
         table.fetchSlot(hash);
         table.fetchText(hash);
         table.fetchBytes(hash);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -92,6 +94,26 @@ TEST(Utf16, WritesAReplacementForWhatIsNoCharacter) {
         GTEST_SKIP() << "every value of a wchar_t is a code unit here";
     }
     EXPECT_EQ(utf16FromWide(lone(0x110000)), u"\uFFFD");
+}
+
+TEST(Utf16, IsEasilyWidenedBelowTheUpperHalf) {
+    const std::array<unsigned char, 4> bytes{0x41, 0x00, 0xFF, 0x7F};
+    std::wstring to(2, L'x');
+    EXPECT_TRUE(widenLower(bytes, to.data()));
+    EXPECT_EQ(to, L"A\u7FFF");
+}
+
+TEST(Utf16, IsNotEasilyWidenedFromTheFirstUnitOfTheUpperHalfOn) {
+    const std::array<unsigned char, 2> bytes{0x00, 0x80};
+    wchar_t to = L'x';
+    EXPECT_FALSE(widenLower(bytes, &to));
+}
+
+TEST(Utf16, LeavesHalfACodeUnitAloneWhereItIsEasilyWidened) {
+    const std::array<unsigned char, 4> bytes{0x41, 0x00, 0x42, 0x00};
+    std::wstring to(2, L'x');
+    EXPECT_TRUE(widenLower(std::span(bytes).first(3), to.data()));
+    EXPECT_EQ(to, L"Ax");
 }
 
 } // namespace

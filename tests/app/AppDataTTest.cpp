@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <set>
@@ -210,6 +211,15 @@ TEST_F(ThreeDocuments, FindsTheRecordOfEachDocument) {
     }
 }
 
+TEST_F(ThreeDocuments, AreNotFoundByAnyOtherAddress) {
+    for (KtApDocument* document : {second_, first_, third_}) {
+        registry_->getData(document, true);
+    }
+    for (std::uintptr_t other = 1; other < 10; ++other) {
+        EXPECT_EQ(registry_->getData(reinterpret_cast<KtApDocument*>(other), false), nullptr) << other;
+    }
+}
+
 TEST_F(ThreeDocuments, KeepsTheRecordFoundLastInTheCache) {
     registry_->getData(first_, true);
     registry_->getData(second_, true);
@@ -307,6 +317,15 @@ TEST_F(DocumentRegistry, DestroysTheRecordThatItRemoves) {
     EXPECT_FALSE(has(document));
 }
 
+TEST_F(DocumentRegistry, WritesNothingIntoWhatItHasRemoved) {
+    kthost::Document& document = open(L"plan");
+    registry_->getData(&document, true);
+    const KeptGivenBack removed;
+    registry_->removeData(&document);
+    EXPECT_GE(removed.count(), 2U); // the record and its entry
+    EXPECT_TRUE(removed.isUntouched());
+}
+
 TEST_F(ThreeDocuments, KeepTheOneBehindTheRemovedInTheCache) {
     for (KtApDocument* document : {second_, third_, first_}) {
         registry_->getData(document, true);
@@ -374,6 +393,26 @@ TEST_F(DocumentRegistry, DestroysAllRecordsAlsoWhenItWasDetachedAlready) {
     faults().reset();
     ASSERT_FALSE(registry_->isReactorAttached());
     EXPECT_EQ(registry_->setReactorAttached(false), Orbx::eOk);
+    EXPECT_THAT(Record::destroyed(), ElementsAre(&document));
+}
+
+TEST_F(DocumentRegistry, DetachesBeforeItsRecordsGoWithIt) {
+    registry_->getData(&open(L"plan"), true);
+    std::vector<bool> heard;
+    Record::atDestruction() = [&, registry = registry_.get()] { heard.push_back(hears(registry)); };
+    registry_.reset();
+    Record::atDestruction() = {};
+    EXPECT_THAT(heard, ElementsAre(false));
+}
+
+TEST_F(DocumentRegistry, TakesItsRecordsWithItAlsoWithoutADocumentManager) {
+    kthost::Document& document = open(L"plan");
+    registry_->getData(&document, true);
+    KtApDocManagerReactor* const left = registry_.get();
+    withoutManager();
+    registry_.reset();
+    faults().reset();
+    host_.documents().removeReactor(left);
     EXPECT_THAT(Record::destroyed(), ElementsAre(&document));
 }
 

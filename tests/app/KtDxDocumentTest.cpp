@@ -260,6 +260,19 @@ TEST_F(DocumentRecord, TakesItsTimerAndTheHookWithIt) {
     EXPECT_EQ(filterCount(), 0U);
 }
 
+TEST_F(DocumentRecord, LeavesNoMemoryOfItsPartsBehind) {
+    const auto makeAndDestroy = [this] {
+        record_ = std::make_unique<KtDxDocument>(&document_);
+        std::ignore = record_->blocks();
+        std::ignore = attach(0);
+        record_.reset();
+    };
+    makeAndDestroy(); // what others keep is there afterwards
+    const std::size_t before = livingAllocations();
+    makeAndDestroy();
+    EXPECT_EQ(livingAllocations(), before);
+}
+
 TEST_F(DocumentRecord, LeavesTheHookToTheTimersOfOtherRecords) {
     kthost::Document& other = open(L"other");
     KtDxDocument otherRecord(&other);

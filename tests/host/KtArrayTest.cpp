@@ -163,6 +163,13 @@ TEST(KtArray, KeepsItsElementsWhenThereIsNoMemoryForLessRoom) {
     EXPECT_EQ(array.length(), 3U);
 }
 
+TEST(KtArray, AsksForTheMemoryOfAllTheRoomThat32BitsCanTell) {
+    KtArray<char> array;
+    const FailingAllocation none;
+    EXPECT_THROW(array.setPhysicalLength(0xFFFFFFFF), std::bad_alloc);
+    EXPECT_TRUE(none.hasFailed());
+}
+
 TEST(KtArray, CannotHaveMoreThan32BitsOfRoom) {
     Array array{1};
     EXPECT_THROW(array.setPhysicalLength(std::size_t{1} << 32), std::bad_array_new_length);

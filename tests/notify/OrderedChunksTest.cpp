@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <new>
 #include <random>
 #include <utility>
 
@@ -116,6 +117,30 @@ TEST_F(CostOfChunks, InsertingInNoOrderIsAnAllocationForEachChunkAndFewBesides) 
         chunks_.insert(Moved(mixed(i)));
     }
     EXPECT_LE(FailingFiltered::count(), 120U); // a hundred chunks
+}
+
+constexpr std::uint32_t kFull = 64; // in a chunk
+
+Moved numbered(std::size_t index) {
+    return Moved(static_cast<std::uint32_t>(index));
+}
+
+TEST_F(CostOfChunks, FillingIsAnAllocationForEachChunkAndOneForAll) {
+    const FailingFiltered counting([](const void*) { return true; }, 0);
+    chunks_.fill(kFull + 1, numbered);
+    EXPECT_EQ(FailingFiltered::count(), 3U);
+}
+
+TEST_F(CostOfChunks, FillingLeavesNoRoomForAnotherChunk) {
+    chunks_.fill(kFull, numbered);
+    const FailingFiltered counting([](const void*) { return true; }, 0);
+    chunks_.insert(numbered(kFull));
+    EXPECT_EQ(FailingFiltered::count(), 2U);
+}
+
+TEST_F(CostOfChunks, FillingAsksForNoMoreThanAChunksRoomForEach) {
+    const FailingAllocation failing(2, kFull * sizeof(Moved));
+    EXPECT_THROW(chunks_.fill(2 * kFull, numbered), std::bad_alloc);
 }
 
 TEST_F(CostOfChunks, ErasingInNoOrderMovesAChunkAtMost) {

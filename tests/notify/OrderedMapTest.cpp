@@ -12,6 +12,7 @@
 #include <random>
 #include <stdexcept>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -149,6 +150,18 @@ TEST(OrderedMap, TakesAnElementAtAnyPlaceBetweenOthers) {
         const auto [place, isNew] = map.emplace(between, between);
         ASSERT_TRUE(isNew);
         ASSERT_EQ(place->first, between);
+        ASSERT_EQ(entriesOf(map).size(), kFew + 1);
+        ASSERT_EQ(std::next(map.find(between - 1))->first, between);
+    }
+}
+
+TEST(OrderedMap, TakesAnElementAtAnyPlaceBetweenThoseItWasFilledWith) {
+    constexpr std::uint32_t kFew = 200; // whatever insertions do, all chunks but the last are full
+    for (std::uint32_t between = 1; between < 2 * kFew; between += 2) {
+        Map map;
+        map.fill(kFew,
+                 [](std::size_t index) { return std::pair(2 * static_cast<std::uint32_t>(index), 0U); });
+        map.emplace(between, between);
         ASSERT_EQ(entriesOf(map).size(), kFew + 1);
         ASSERT_EQ(std::next(map.find(between - 1))->first, between);
     }
@@ -295,6 +308,10 @@ TEST(OrderedMap, HasPlacesThatGoOnAndTellWhereTheyWere) {
     auto place = map.begin();
     EXPECT_EQ((place++)->first, 0U);
     EXPECT_EQ(place->first, 1U);
+}
+
+TEST(OrderedMap, GivesAPlaceToWhoeverMayNotChangeIt) {
+    EXPECT_TRUE((std::is_convertible_v<Map::iterator, Map::const_iterator>));
 }
 
 TEST(OrderedMap, HasNoOthersStampBeforeItHasItsFirst) {

@@ -1,7 +1,12 @@
 #include "tests/support/FailingAllocation.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cstdlib>
+#include <cstring>
 #include <new>
+#include <span>
 
 namespace {
 
@@ -20,6 +25,7 @@ struct FilteredOrder {
 
 Order order;
 FilteredOrder filteredOrder;
+std::atomic<std::size_t> living = 0; // whatever thread
 
 bool filteredMustFail(const void* caller) {
     FilteredOrder& filtered = filteredOrder;
@@ -44,7 +50,38 @@ bool mustFail(std::size_t size, const void* caller) {
 }
 
 void* give(std::size_t size, const void* caller) {
-    return mustFail(size, caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    void* memory = mustFail(size, caller) ? nullptr : std::malloc(size == 0 ? 1 : size);
+    living += memory != nullptr ? 1 : 0;
+    return memory;
+}
+
+struct Given {
+    unsigned char* bytes = nullptr;
+    std::size_t size = 0;
+};
+
+struct Kept {
+    bool on = false;
+    std::size_t count = 0;
+    std::array<Given, KeptGivenBack::kMost> memory{};
+};
+
+constexpr unsigned char kGivenBack = 0xDD;
+
+Kept kept;
+
+bool keep(void* memory, std::size_t size) {
+    if (memory == nullptr || !kept.on || kept.count == kept.memory.size()) {
+        return false;
+    }
+    std::memset(memory, kGivenBack, size);
+    kept.memory.at(kept.count++) = {static_cast<unsigned char*>(memory), size};
+    return true;
+}
+
+void takeBack(void* memory) {
+    living -= memory != nullptr ? 1 : 0;
+    std::free(memory);
 }
 
 void* giveOrThrow(std::size_t size, const void* caller) {
@@ -67,6 +104,34 @@ FailingAllocation::~FailingAllocation() {
 
 bool FailingAllocation::hasFailed() const {
     return order.carriedOut;
+}
+
+std::size_t livingAllocations() {
+    return living;
+}
+
+KeptGivenBack::KeptGivenBack() {
+    kept.count = 0;
+    kept.on = true;
+}
+
+KeptGivenBack::~KeptGivenBack() {
+    kept.on = false;
+    for (const Given& given : std::span(kept.memory).first(kept.count)) {
+        takeBack(given.bytes);
+    }
+}
+
+std::size_t KeptGivenBack::count() const {
+    return kept.count;
+}
+
+bool KeptGivenBack::isUntouched() const {
+    const auto given = std::span(kept.memory).first(kept.count);
+    return std::all_of(given.begin(), given.end(), [](const Given& each) {
+        return std::all_of(each.bytes, each.bytes + each.size,
+                           [](unsigned char byte) { return byte == kGivenBack; });
+    });
 }
 
 FailingFiltered::FailingFiltered(AllocationFilter filter, std::size_t k, bool andAllAfter) {
@@ -100,25 +165,27 @@ void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    takeBack(memory);
 }
 
 void operator delete[](void* memory) noexcept {
-    std::free(memory);
+    takeBack(memory);
 }
 
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+void operator delete(void* memory, std::size_t size) noexcept {
+    if (!keep(memory, size)) {
+        takeBack(memory);
+    }
 }
 
 void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
+    takeBack(memory);
 }
 
 void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
-    std::free(memory);
+    takeBack(memory);
 }
 
 void operator delete[](void* memory, const std::nothrow_t& /*tag*/) noexcept {
-    std::free(memory);
+    takeBack(memory);
 }

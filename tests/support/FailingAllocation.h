@@ -23,6 +23,24 @@ public:
     bool hasFailed() const;
 };
 
+/// How many allocations of this program have not been given back.
+std::size_t livingAllocations();
+
+/// Keeps what this program gives back, so that it shows who writes there still; up to `kMost` times, and only
+/// where whoever gives it back says how much it is. One at a time; lets go of all when it ends.
+class KeptGivenBack {
+public:
+    static constexpr std::size_t kMost = 64;
+
+    KeptGivenBack();
+    KeptGivenBack(const KeptGivenBack&) = delete;
+    KeptGivenBack& operator=(const KeptGivenBack&) = delete;
+    ~KeptGivenBack();
+
+    std::size_t count() const;
+    bool isUntouched() const;
+};
+
 /// The same for the allocations that a filter lets count, and perhaps for all that follow the k-th of them.
 /// They are counted too, whether or not one is to fail. Not to be used together with the other.
 class FailingFiltered {

@@ -2,7 +2,6 @@
 
 #include "legacy/ArchiveReader.h"
 #include "legacy/TemplateFailure.h"
-#include "tests/legacy/CountedMemory.h"
 #include "tests/legacy/LoadedTemplate.h"
 
 #include <ktdx/StringList.h>
@@ -133,21 +132,6 @@ TEST(SelectedTexts, AreAppendedBlockByBlockWhereABlockComesTwiceInARow) {
     KtDxStringVector both;
     SelectedTexts(reader).appendTo(both, both);
     EXPECT_THAT(both.strings(), ElementsAre(L"A", L"T", L"U", L"B", L"V"));
-}
-
-/// What a template's texts take as long as they are there.
-std::size_t heldFor(const TemplateBytes& bytes) {
-    MemorySource source(bytes.bytes(), 4096);
-    ArchiveReader reader(source);
-    const std::size_t before = counted_memory::current();
-    const SelectedTexts selected(reader);
-    return counted_memory::current() - before;
-}
-
-TEST(SelectedTexts, TakeRoomForTagsOnlyWhereThereAreAny) {
-    const std::size_t withoutTags = heldFor(selectedBlockOf(0));
-    const std::size_t withATag = heldFor(selectedBlockOf(1).attribute(u"T", 1));
-    EXPECT_GT(withATag, withoutTags + withoutTags / 2); // as much for tags as for names
 }
 
 TEST(SelectedTexts, PassOverABlockThatIsNotSelected) {

@@ -138,6 +138,10 @@ TEST(TextTable, RefusesMoreTextsThanItMayHold) {
     EXPECT_EQ(table.size(), 2U);
 }
 
+TEST(TextTable, MayHoldAsManyTextsAsItsSlotsCanTellApart) {
+    EXPECT_EQ(TextTable::kMost, 0x80000000U); // twice as many slots are numbered in 32 bits
+}
+
 TEST(TextTable, FetchesWithoutHarmWhateverIsThere) {
     TextTable table;
     table.add("a", kSameHash);

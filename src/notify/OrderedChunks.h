@@ -229,7 +229,7 @@ public:
     /// To one that cannot change what it points to.
     template <typename OtherOwner, typename OtherValue>
 
-    requires std::is_convertible_v<OtherOwner*, const Owner*> &&
+    requires std::is_convertible_v<OtherOwner*, Owner*> &&
         (!std::is_same_v<OtherOwner, Owner>)Place(const Place<OtherOwner, OtherValue>& other)
         : owner_(other.owner_),
           chunk_(other.chunk_),

@@ -314,6 +314,10 @@ TEST(OrderedMap, GivesAPlaceToWhoeverMayNotChangeIt) {
     EXPECT_TRUE((std::is_convertible_v<Map::iterator, Map::const_iterator>));
 }
 
+TEST(OrderedMap, GivesNoPlaceToChangeToWhoeverMayOnlyLook) {
+    EXPECT_FALSE((std::is_convertible_v<Map::const_iterator, Map::iterator>));
+}
+
 TEST(OrderedMap, HasNoOthersStampBeforeItHasItsFirst) {
     Map changed;
     const Map fresh;

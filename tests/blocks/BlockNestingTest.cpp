@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <new>
 
@@ -131,9 +132,21 @@ TEST_F(NestingPicture, IsNotDrawnAnewWhenOthersChange) {
     EXPECT_EQ(inside(pump_), Ids{valve_});
     BlockNesting::BlockMonitors others;
     others.emplace(valve_, nullptr);
-    const FailingFiltered counting([](const void*) { return true; }, 0);
-    nesting_.update(monitors_);
-    EXPECT_EQ(FailingFiltered::count(), 0U);
+    EXPECT_EQ(allocationsIn([this] { nesting_.update(monitors_); }), 0U);
+}
+
+TEST_F(NestingPicture, TakesNoMoreRoomHoweverManyContainersComeAndGo) {
+    std::uint64_t container = 1000;
+    const auto drawAnother = [&] {
+        valveMonitor_.references()->clear();
+        place(valveMonitor_, KtDbObjectId(++container));
+        return allocationsIn([this] { nesting_.update(monitors_); });
+    };
+    drawAnother(); // makes the room that stays
+    const std::size_t each = drawAnother();
+    for (int i = 0; i < 100; ++i) {
+        ASSERT_EQ(drawAnother(), each) << container;
+    }
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "blocks/IdNumbers.h"
 
+#include "tests/support/FailingAllocation.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -60,6 +62,19 @@ TEST(IdNumbers, AreForgottenWhenStartedAfresh) {
     numbers.start(kMany); // what the smaller table left of the larger one must not show
     for (std::uint32_t n = 0; n < kMany; ++n) {
         ASSERT_EQ(numbers.find(nth(n)), IdNumbers::kNone);
+    }
+}
+
+TEST(IdNumbers, NeedNoMemoryForAsManyAsWereExpected) {
+    for (std::uint32_t expected = 0; expected < 100; ++expected) {
+        IdNumbers numbers;
+        numbers.start(expected);
+        const std::size_t allocations = allocationsIn([&] {
+            for (std::uint32_t n = 0; n < expected; ++n) {
+                numbers.enter(nth(n));
+            }
+        });
+        ASSERT_EQ(allocations, 0U) << expected;
     }
 }
 

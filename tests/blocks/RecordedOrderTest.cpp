@@ -1,7 +1,10 @@
 #include "blocks/RecordedOrder.h"
 
+#include "tests/support/FailingAllocation.h"
+
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -75,6 +78,23 @@ TEST(RecordedOrder, IsOfNothingUntilItIsSettledAgain) {
     EXPECT_FALSE(order.isOf(references));
     order.settle(references);
     EXPECT_TRUE(order.isOf(references));
+}
+
+TEST(RecordedOrder, NeedsNoMemoryWhereRoomWasMade) {
+    RecordedOrder order;
+    order.reserve(20);
+    const std::size_t allocations = allocationsIn([&] {
+        for (std::uint64_t i = 1; i <= 20; ++i) {
+            order.append(KtDbObjectId(i), kHere);
+        }
+    });
+    EXPECT_EQ(allocations, 0U);
+}
+
+TEST(RecordedOrder, MakesRoomOnce) {
+    RecordedOrder order;
+    order.reserve(20);
+    EXPECT_EQ(allocationsIn([&] { order.reserve(20); }), 0U);
 }
 
 } // namespace

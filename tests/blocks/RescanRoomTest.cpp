@@ -4,6 +4,12 @@
 
 namespace {
 
+TEST(RescanRoom, BeginsWithoutAnyForTheHostsListWhichGrowsByEight) {
+    const RescanRoom room;
+    EXPECT_EQ(room.listed.physicalLength(), 0U);
+    EXPECT_EQ(room.listed.growLength(), 8U);
+}
+
 TEST(RescanRoom, IsLentToTheFirstWhoAsks) {
     RescanRoom shared;
     const BorrowedRescanRoom first(shared);

@@ -146,6 +146,12 @@ std::size_t FailingFiltered::count() {
     return filteredOrder.count;
 }
 
+std::size_t allocationsIn(const std::function<void()>& action) {
+    const FailingFiltered counting([](const void*) { return true; }, 0);
+    action();
+    return FailingFiltered::count();
+}
+
 // All forms are replaced, so that whatever gives memory out and whatever takes it back belong together.
 
 void* operator new(std::size_t size) {

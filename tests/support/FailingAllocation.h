@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 
 /// Says whether an allocation counts, by the address of the code that asks for the memory. It must not
 /// allocate.
@@ -54,3 +55,6 @@ public:
     /// Those asked for so far, failed ones included.
     static std::size_t count();
 };
+
+/// How many are asked for while `action` runs.
+std::size_t allocationsIn(const std::function<void()>& action);

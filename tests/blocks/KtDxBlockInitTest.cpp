@@ -205,6 +205,14 @@ TEST_F(BlockInit, AnEnablingThatFailsDoesNotMakeItFail) {
     EXPECT_NE(block, nullptr);
 }
 
+TEST_F(BlockInit, AgainItRecordsWhatItHadRecorded) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = monitor(valve_);
+    const OpenedObject<KtDbBlockTableRecord> opened(valve_, KtDb::kForRead);
+    EXPECT_EQ(block.init(owner_.get(), opened.get()), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {reference}}}));
+}
+
 TEST_F(BlockInit, AgainItStartsAnewButForItsRecords) {
     const KtDbObjectId pump = edit_.define(L"pump");
     KtDxBlock& block = monitor(valve_);

@@ -1,5 +1,6 @@
 #include "blocks/ModelSpace.h"
 #include "tests/blocks/BlocksTest.h"
+#include "tests/support/FailingAllocation.h"
 
 #include <KtDbBlockReference.h>
 
@@ -16,6 +17,11 @@ protected:
         KtDxBlock& block = monitor(id);
         forgetMarks(block);
         return block;
+    }
+
+    /// As somebody else may.
+    void enterContainer(KtDxBlock& block) {
+        block.references()->emplace(edit_.define(L"entered"), std::make_unique<KtDbObjectIdArray>());
     }
 };
 
@@ -297,6 +303,72 @@ TEST_F(BlockUpdate, AContainerThatSomebodyElseEnteredIsDropped) {
     EXPECT_EQ(block.refresh(), Orbx::eOk);
     EXPECT_TRUE(block.isChanged());
     EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {reference}}}));
+}
+
+TEST_F(BlockUpdate, AContainerThatSomebodyElseEnteredIsDroppedWithoutReferencesToo) {
+    KtDxBlock& block = settled(valve_);
+    enterContainer(block);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_TRUE(block.isChanged());
+    EXPECT_EQ(recordedOf(block), Recorded{});
+}
+
+TEST_F(BlockUpdate, BehindAContainerThatSomebodyElseEnteredTheRecordStays) {
+    const KtDbObjectId first = edit_.insert(valve_);
+    const KtDbObjectId second = edit_.insert(valve_);
+    KtDxBlock& block = settled(valve_);
+    enterContainer(block);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {first, second}}}));
+}
+
+/// Known references would be attached to a second time if they were taken for new.
+TEST_F(BlockUpdate, AContainerThatSomebodyElseEnteredLeavesTheReferencesKnown) {
+    const KtDbObjectId inPaper = edit_.insertWithAttributes(valve_, 1, edit_.paperSpace());
+    const KtDbObjectId inModel = edit_.insertWithAttributes(valve_, 1);
+    ASSERT_LT(edit_.modelSpace(), edit_.paperSpace());
+    ASSERT_LT(inPaper, inModel); // the containers come in another order than what they hold
+    KtDxBlock& block = enabledMonitor(valve_);
+    enterContainer(block);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    for (const KtDbObjectId reference : {inPaper, inModel}) {
+        EXPECT_EQ(toIds(block.attributesByReference().at(reference)), DrawingEditor::attributesOf(reference));
+    }
+}
+
+TEST_F(BlockUpdate, AContainerWhoseOnlyReferenceCannotBeOpenedIsDropped) {
+    const KtDbObjectId first = edit_.insert(valve_);
+    const KtDbObjectId last = edit_.insert(valve_, edit_.paperSpace());
+    KtDxBlock& block = settled(valve_);
+    const OpenedObject<KtDbBlockReference> held(last, KtDb::kForWrite);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {first}}}));
+}
+
+TEST_F(BlockUpdate, AgainNeedsNoMemory) {
+    edit_.insert(valve_);
+    KtDxBlock& block = settled(valve_);
+    EXPECT_EQ(allocationsIn([&] { must(block.refresh()); }), 0U);
+}
+
+TEST_F(BlockUpdate, AgainNeedsNoMemoryAfterSomebodyElseHasLooked) {
+    edit_.insert(valve_);
+    KtDxBlock& block = settled(valve_);
+    ASSERT_EQ(block.references()->size(), 1U);
+    EXPECT_EQ(allocationsIn([&] { must(block.refresh()); }), 0U);
+}
+
+TEST_F(BlockUpdate, AgainNeedsNoMemoryAfterAContainerWasDroppedAndSomebodyElseHasLooked) {
+    edit_.insert(valve_);
+    edit_.insert(valve_);
+    const KtDbObjectId only = edit_.insert(valve_, edit_.paperSpace());
+    KtDxBlock& block = settled(valve_);
+    edit_.erase(only);
+    edit_.release();
+    must(block.refresh());
+    ASSERT_EQ(block.references()->size(), 1U);
+    EXPECT_EQ(allocationsIn([&] { must(block.refresh()); }), 0U);
 }
 
 TEST_F(BlockUpdate, AClearedMarkIsLeftAloneByASuccessfulRescan) {

@@ -30,22 +30,38 @@ protected:
         }
     });
     InterruptingOwner owner_{record()};
+
+    KtDxBlock& monitorOfPipes() {
+        KtDxBlock* block = nullptr;
+        const OpenedObject<KtDbBlockTableRecord> opened(pipe_, KtDb::kForRead);
+        must(owner_.createBlockMonitor(block, opened.get()));
+        return *block;
+    }
+
+    /// Inside its next update.
+    void insertAndUpdateInside(KtDxBlock& block) {
+        owner_.interrupt([this, &block] {
+            DrawingEditor(**other_.database).insert(pipe_);
+            EXPECT_EQ(block.refresh(), Orbx::eOk);
+        });
+    }
 };
 
 TEST_F(UpdateInsideUpdate, MayChangeTheListsThatTheOuterOneFollows) {
-    KtDxBlock* block = nullptr;
-    {
-        const OpenedObject<KtDbBlockTableRecord> opened(pipe_, KtDb::kForRead);
-        must(owner_.createBlockMonitor(block, opened.get()));
-    }
-    owner_.interrupt([&] {
-        DrawingEditor(**other_.database).insert(pipe_);
-        EXPECT_EQ(block->refresh(), Orbx::eOk);
-    });
-    EXPECT_EQ(block->refresh(), Orbx::eOk);
-    EXPECT_GE(recordedOf(*block)[other_.record].size(), 9U); // those met before the inner one come twice
-    EXPECT_EQ(block->refresh(), Orbx::eOk);
-    EXPECT_EQ(recordedOf(*block)[other_.record].size(), 9U);
+    KtDxBlock& block = monitorOfPipes();
+    insertAndUpdateInside(block);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_GE(recordedOf(block)[other_.record].size(), 9U); // those met before the inner one come twice
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block)[other_.record].size(), 9U);
+}
+
+TEST_F(UpdateInsideUpdate, IsPutRightByTheNextOneThoughNobodyHasLooked) {
+    KtDxBlock& block = monitorOfPipes();
+    insertAndUpdateInside(block);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(block.refresh(), Orbx::eOk);
+    EXPECT_EQ(recordedOf(block)[other_.record].size(), 9U);
 }
 
 } // namespace

@@ -226,6 +226,18 @@ TEST_F(AttachedTwice, OneDetachingLetsGoOfAll) {
     EXPECT_TRUE(block_.attributesByReference().empty());
 }
 
+TEST_F(BlockReactors, AReferenceThatWasNotLetGoOfHasItsAttributesTwiceBehindTheNextEnabling) {
+    const KtDbObjectId first = edit_.insertWithAttributes(valve_, 1);
+    const KtDbObjectId refuses = edit_.insertWithAttributes(valve_, 1);
+    KtDxBlock& block = enabledMonitor(valve_);
+    failOpen(3); // behind the first and its attribute
+    must(block.setEnabled(false));
+    must(block.setEnabled(true));
+    const Ids attributes = DrawingEditor::attributesOf(refuses);
+    EXPECT_EQ(attributesRecorded(block, refuses), (Ids{attributes[0], attributes[0]}));
+    EXPECT_EQ(attributesRecorded(block, first), DrawingEditor::attributesOf(first));
+}
+
 TEST_F(BlockReactors, ANewReferenceWhoseAttributesAreErasedIsHeardAlone) {
     KtDxBlock& block = enabledMonitor(valve_);
     const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);

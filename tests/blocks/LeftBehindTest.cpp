@@ -217,6 +217,28 @@ TEST_F(LeftBehind, JoinedByWhatARescanWithoutMemoryDidNotComeTo) {
     }
 }
 
+TEST_F(LeftBehind, StayRememberedThoughARescanWithoutMemoryBreaksOffAtOneOfThem) {
+    edit_.insert(valve_);
+    const KtDbObjectId busy = edit_.insert(valve_, edit_.paperSpace());
+    bool failed = true;
+    for (std::size_t k = 1; failed; ++k) {
+        KtDxBlock& block = enabledMonitor(valve_);
+        {
+            const OpenedObject<KtDbBlockReference> held(busy, KtDb::kForWrite);
+            must(block.refresh()); // leaves it behind, and its container is gone
+        }
+        {
+            const FailingAllocation none(k);
+            const Orbx::ErrorStatus status = block.refresh();
+            failed = none.hasFailed();
+            EXPECT_EQ(status, failed ? Orbx::eMissing : Orbx::eOk) << k;
+        }
+        owner_->reset();
+        ASSERT_EQ(reactorCount(), 0U) << k;
+        must(owner_->attachDocument(&record()));
+    }
+}
+
 TEST_F(LeftBehind, JoinedByWhatARescanThatLostAContainerDidNotComeTo) {
     edit_.insert(valve_);
     KtDxBlock& block = enabledMonitor(valve_);

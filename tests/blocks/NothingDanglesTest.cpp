@@ -201,6 +201,13 @@ TEST_F(Holder, TellsWhyThereIsNothing) {
     EXPECT_EQ(holder.status(), Orbx::eNullObjectId);
 }
 
+TEST_F(Holder, OfWhatSomethingElseOpenedTellsOfNoFailure) {
+    KtDbBlockTableRecord* opened = nullptr;
+    must(ktdbOpenObject(opened, edit_.modelSpace(), KtDb::kForRead));
+    const OpenedObject<KtDbBlockTableRecord> holder(opened);
+    EXPECT_EQ(holder.status(), Orbx::eOk);
+}
+
 using TableIterator = BlocksTest;
 
 TEST_F(TableIterator, WalksTheLivingRecordsInTableOrder) {

@@ -63,14 +63,21 @@ TEST_F(UnusualBlock, ThatAnExceptionEndsIsReachedByNoKey) {
     EXPECT_EQ(keysOf(owner), IdSet{});
 }
 
+class ThrowingRecord : public MadeUpRecord {
+public:
+    using MadeUpRecord::MadeUpRecord;
+
+    KtDbObjectId objectId() const override { throw std::runtime_error("the host"); }
+};
+
+TEST_F(UnusualBlock, ThatAnExceptionEndsBearsNoMark) {
+    const ThrowingRecord record(kNeverHandedOut);
+    std::unique_ptr<KtDxBlock> block;
+    EXPECT_THROW(std::ignore = KtDxBlock::create(owner_.get(), &record, block), std::runtime_error);
+    EXPECT_EQ(owner_->marks().needsUpdate, 0U);
+}
+
 TEST_F(UnusualBlock, ThatAnExceptionEndsWithoutAnOwnerIsGone) {
-    class ThrowingRecord : public MadeUpRecord {
-    public:
-        using MadeUpRecord::MadeUpRecord;
-
-        KtDbObjectId objectId() const override { throw std::runtime_error("the host"); }
-    };
-
     const ThrowingRecord record(kNeverHandedOut);
     std::unique_ptr<KtDxBlock> block;
     EXPECT_THROW(std::ignore = KtDxBlock::create(owner_.get(), &record, block), std::runtime_error);
@@ -91,6 +98,20 @@ TEST_F(UnusualBlock, WithoutMemoryIsNoBlockAndReachedByNoKey) {
         EXPECT_EQ(status, failed ? Orbx::eMissing : Orbx::eOk) << k;
         EXPECT_EQ(made == nullptr, failed) << k;
         EXPECT_EQ(keysOf(*owner_), failed ? IdSet() : IdSet{valve_}) << k;
+    }
+}
+
+TEST_F(UnusualBlock, ThatIsDynamicWithoutMemoryIsReachedByNoKey) {
+    const KtDbObjectId pump = edit_.defineDynamic(L"pump");
+    const KtDbObjectId first = edit_.represent(pump, L"1");
+    const OpenedObject<KtDbBlockTableRecord> opened(pump, KtDb::kForRead);
+    KtDxBlock* made = nullptr;
+    for (std::size_t k = 1; made == nullptr; ++k) {
+        {
+            const FailingAllocation none(k);
+            std::ignore = owner_->createBlockMonitor(made, opened.get());
+        }
+        EXPECT_EQ(keysOf(*owner_), made == nullptr ? IdSet() : (IdSet{pump, first})) << k;
     }
 }
 
@@ -137,6 +158,25 @@ TEST_F(UnusualBlock, ArraysOfAttributesHaveNoRoomToSpare) {
     EXPECT_EQ(attributes.at(also).physicalLength(), 2U);
     EXPECT_EQ(attributes.at(one).physicalLength(), 1U);
     EXPECT_EQ(attributes.at(one).growLength(), 8U);
+}
+
+/// Most references of a block have the same attributes.
+TEST_F(UnusualBlock, ArraysOfAttributesBeginWithTheRoomThatTheOneBeforeNeeded) {
+    edit_.insertWithAttributes(valve_, 2);
+    KtDxBlock& block = enabledMonitor(valve_);
+    for (const std::size_t room : {8U, 9U}) { // as they would have grown, from nothing or from one
+        edit_.insertWithAttributes(valve_, 2);
+        const FailingAllocation none(1, (room + 1) * sizeof(KtDbObjectId)); // the room's length lies in front
+        must(block.refresh());
+        EXPECT_FALSE(none.hasFailed()) << room;
+    }
+}
+
+TEST_F(UnusualBlock, ArraysOfANewReferencesAttributesGrowByEight) {
+    KtDxBlock& block = enabledMonitor(valve_);
+    const KtDbObjectId reference = edit_.insertWithAttributes(valve_, 1);
+    must(block.refresh());
+    EXPECT_EQ(block.attributesByReference().at(reference).growLength(), 8U);
 }
 
 /// Has no references to show.

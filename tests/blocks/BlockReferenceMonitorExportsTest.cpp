@@ -266,6 +266,12 @@ TEST_F(DetachExport, OfOneThatWasNeverAttachedDisablesAMonitorWithoutCallbacks) 
     EXPECT_FALSE(blocks().isEnabled());
 }
 
+TEST_F(DetachExport, OfNoneKeepsAMonitorWithoutCallbacksEnabled) {
+    must(blocks().setEnabled(true));
+    ktdxBlockReferenceMonitorDetach(&document_, nullptr);
+    EXPECT_TRUE(blocks().isEnabled());
+}
+
 TEST_F(DetachExport, OfOneThatWasNeverAttachedKeepsTheOthers) {
     ASSERT_TRUE(attach(0, {valve_}));
     detach(3);

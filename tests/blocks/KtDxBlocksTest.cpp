@@ -1,8 +1,13 @@
 #include "notify/KtDxCmdLineHook.h"
 #include "tests/blocks/BlocksTest.h"
 #include "tests/support/FailingAllocation.h"
+#include "tests/support/HostTrace.h"
 
 #include <KtDbBlockReference.h>
+
+#include <memory>
+#include <new>
+#include <tuple>
 
 namespace {
 
@@ -125,6 +130,15 @@ TEST_F(BlockTableMonitor, IsMadeScannedAndDisabled) {
 TEST_F(BlockTableMonitor, IsMadeOnce) {
     const KtDxBlocks& first = blocks();
     EXPECT_EQ(&blocks(), &first);
+}
+
+TEST_F(BlockTableMonitor, IsMissingWithoutMemory) {
+    KtDxDocument& document = record();
+    KtDxBlocks* made = nullptr;
+    const FailingAllocation none(1, sizeof(KtDxBlocks));
+    EXPECT_EQ(KtDxBlocks::create(&document, made), Orbx::eMissing);
+    EXPECT_TRUE(none.hasFailed());
+    EXPECT_EQ(made, nullptr);
 }
 
 TEST_F(BlockTableMonitor, IsNotMadeForADrawingWithoutModelSpace) {
@@ -254,6 +268,31 @@ TEST_F(BlockTableMonitor, AnEnablingThatFailedHalfWayLeavesNothingBehind) {
     }
     application_.reset();
     EXPECT_EQ(reactorCount(), 0U);
+}
+
+/// The host has added the reactor, and then has no memory for the trace's line about it.
+TEST_F(BlockTableMonitor, AnEnablingThatAnExceptionOfTheHostEndsLeavesNothingBehind) {
+    bool failed = true;
+    bool isHeard = false;
+    for (std::size_t k = 1; failed && !isHeard; ++k) {
+        {
+            KtDxBlocks made;
+            must(made.attachDocument(&record()));
+            const HostTrace trace;
+            {
+                const FailingAllocation none(k);
+                try {
+                    std::ignore = made.setEnabled(true);
+                } catch (const std::bad_alloc&) { // which passes through
+                    SUCCEED();
+                }
+                failed = none.hasFailed();
+            }
+            isHeard = hearsBlockTable(made);
+        }
+        ASSERT_EQ(reactorCount(), 0U) << k;
+    }
+    EXPECT_TRUE(isHeard);
 }
 
 TEST_F(BlockTableMonitor, ABlockThatCannotFollowDoesNotKeepTheOthers) {
@@ -392,6 +431,32 @@ TEST_F(BlockTableMonitor, ABlockIsAskedOnceForEachOfItsKeys) {
     EXPECT_EQ(counting.askedIfChanged, 2);
     blocks().notifyBlockReferenceMonitors();
     EXPECT_EQ(counting.askedIfChanged, 4);
+}
+
+TEST_F(BlockTableMonitor, NoBlockIsAskedIfItIsChangedBehindTheLastThatIs) {
+    CountingBlock& counting = addCounting(blocks());
+    monitorOf(valve_)->setChanged(true);
+    counting.askedIfChanged = 0;
+    blocks().propagateChanges();
+    EXPECT_EQ(counting.askedIfChanged, 0);
+    blocks().notifyBlockReferenceMonitors();
+    EXPECT_EQ(counting.askedIfChanged, 0);
+}
+
+TEST_F(BlockTableMonitor, NoBlockIsAskedIfItIsChangedWhenAnEntryIsEmpty) {
+    CountingBlock& counting = addCounting(blocks());
+    lastBlock().setChanged(true);
+    blocks().addRepresentation(edit_.define(L"empty"), nullptr);
+    counting.askedIfChanged = 0;
+    blocks().propagateChanges();
+    EXPECT_EQ(counting.askedIfChanged, 0);
+}
+
+TEST_F(BlockTableMonitor, WithoutBlocksHasNothingPendingOnceItHasNotified) {
+    KtDxBlocks blocks;
+    blocks.setPendingChanges(true);
+    blocks.notifyBlockReferenceMonitors();
+    EXPECT_FALSE(blocks.hasPendingChanges());
 }
 
 TEST_F(BlockTableMonitor, ABlockIsAskedForItsReferencesOnceForEachOfItsKeys) {

@@ -227,6 +227,30 @@ TEST_F(Propagation, KeepsChangesPending) {
     EXPECT_TRUE(blocks().hasPendingChanges());
 }
 
+TEST_F(Propagation, ReachesWhatIsInsideABlockBehindAnotherOfManyKeys) {
+    const KtDbObjectId dynamic = edit_.defineDynamic(L"dynamic");
+    edit_.represent(dynamic, L"1");
+    edit_.represent(dynamic, L"2");
+    const KtDbObjectId frame = edit_.define(L"frame");
+    edit_.insert(bolt_, frame);
+    blocks();
+    monitorOf(dynamic)->setChanged(true);
+    monitorOf(frame)->setChanged(true);
+    blocks().propagateChanges();
+    EXPECT_TRUE(changed(bolt_));
+}
+
+TEST_F(Propagation, KeepsNoPictureOfTheNesting) {
+    blocks();
+    monitorOf(pump_)->setChanged(true);
+    blocks().propagateChanges();
+    edit_.insert(bolt_, pump_);
+    must(blocks().scanBlockTable());
+    IdSet nested;
+    must(blocks().collectNestedBlocks(pump_, false, nested));
+    EXPECT_EQ(nested, (IdSet{valve_, bolt_}));
+}
+
 TEST_F(Propagation, AnEmptyEntryMarksNothing) {
     blocks();
     monitorOf(pump_)->setChanged(true);

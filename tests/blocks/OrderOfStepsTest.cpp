@@ -220,6 +220,16 @@ TEST_F(StepsOfATable, ThatPropagatesEndAtAnEntryThatIsEmptiedBeforeAChangedBlock
     EXPECT_FALSE(monitorOf(valve_)->isChanged());
 }
 
+TEST_F(StepsOfATable, ThatPropagatesLookAtTheNestingOnce) {
+    must(blocks().scanBlockTable());
+    monitorOf(pump_)->setChanged(true);
+    meddler(blocks()).whenAsked = [&] {
+        monitorOf(valve_)->references()->emplace(pump_, std::make_unique<KtDbObjectIdArray>());
+    };
+    blocks().propagateChanges();
+    EXPECT_FALSE(monitorOf(valve_)->isChanged());
+}
+
 /// Notes its steps.
 class NotingBlocks : public KtDxBlocks {
 public:

@@ -38,9 +38,10 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
 }
 
 /// References come container by container, and so in no order of their ids. Entries that are made beforehand,
-/// in ascending order, lie without gaps. Should there be no memory for that, they are made one by one.
+/// in ascending order, lie without gaps. Should there be no memory for that, or no order of the references to
+/// go by, they are made one by one.
 void KtDxBlock::makeRoomForAttributes() {
-    if (!attributesByReference_.empty()) {
+    if (!attributesByReference_.empty() || !recordedOrder_.isOf(referencesByContainer_)) {
         return;
     }
     try {

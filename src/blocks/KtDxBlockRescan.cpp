@@ -215,15 +215,14 @@ void KtDxBlock::stopFollowing(Rescan& pass) {
     }
     recordedOrder_.cut(pass.followed);
     recordedOrder_.unsettle();
-    isOrderDoubtful_ = true; // until this rescan has come to its end
+    isOrderDoubtful_ = true; // the next rescan checks it
     pass.isFollowing = false;
 }
 
 /// Where one rescan runs inside another, both file what they meet, and the order has references twice.
 void KtDxBlock::settleOrder(const Rescan& pass) {
     if (pass.isAlone) {
-        recordedOrder_.settle(referencesByContainer_);
-        isOrderDoubtful_ = false;
+        recordedOrder_.settle(referencesByContainer_); // the doubt stays: somebody may have looked meanwhile
     }
 }
 

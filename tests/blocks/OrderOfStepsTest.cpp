@@ -118,6 +118,24 @@ public:
     bool wasChanged = false;
 };
 
+TEST_F(StepsOfAnUpdate, ThatLoseAnArrayAtTheirEndAreFollowedByOneThatMissesIt) {
+    edit_.insert(valve_);
+    const KtDbObjectId goes = edit_.insert(valve_);
+    const KtDbObjectId only = edit_.insert(valve_, edit_.paperSpace());
+    KtDxBlock& block = monitor(valve_);
+    release(only);
+    int told = 0;
+    watchful_->look = [&] {
+        if (++told == 2) { // its container is about to be dropped
+            block.references()->at(edit_.modelSpace()) = nullptr;
+        }
+    };
+    must(block.refresh());
+    watchful_->look = nullptr;
+    release(goes);
+    EXPECT_EQ(block.refresh(), Orbx::eMissing);
+}
+
 TEST_F(StepsOfAnUpdate, OfAResetBeginWithDisabling) {
     WatchfulBlock block;
     const OpenedObject<KtDbBlockTableRecord> opened(valve_, KtDb::kForRead);

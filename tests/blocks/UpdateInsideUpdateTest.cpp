@@ -56,6 +56,20 @@ TEST_F(UpdateInsideUpdate, MayChangeTheListsThatTheOuterOneFollows) {
     EXPECT_EQ(recordedOf(block)[other_.record].size(), 9U);
 }
 
+TEST_F(UpdateInsideUpdate, ThenEnabledAndDisabledNothingIsHeardAnyMore) {
+    DrawingEditor other(**other_.database);
+    for (int i = 0; i < 70; ++i) { // more than one chunk of the attributes' map
+        other.insertWithAttributes(pipe_, 1);
+    }
+    KtDxBlock& block = monitorOfPipes();
+    insertAndUpdateInside(block);
+    must(block.refresh());
+    must(block.setEnabled(true));
+    must(block.setEnabled(false));
+    EXPECT_EQ(heardBy(&block), Ids{});
+    EXPECT_TRUE(block.attributesByReference().empty());
+}
+
 TEST_F(UpdateInsideUpdate, IsPutRightByTheNextOneThoughNobodyHasLooked) {
     KtDxBlock& block = monitorOfPipes();
     insertAndUpdateInside(block);

@@ -68,14 +68,14 @@ struct Kept {
 
 constexpr unsigned char kGivenBack = 0xDD;
 
-Kept kept;
+Kept keptBlocks;
 
 bool keep(void* memory, std::size_t size) {
-    if (memory == nullptr || !kept.on || kept.count == kept.memory.size()) {
+    if (memory == nullptr || !keptBlocks.on || keptBlocks.count == keptBlocks.memory.size()) {
         return false;
     }
     std::memset(memory, kGivenBack, size);
-    kept.memory.at(kept.count++) = {static_cast<unsigned char*>(memory), size};
+    keptBlocks.memory.at(keptBlocks.count++) = {static_cast<unsigned char*>(memory), size};
     return true;
 }
 
@@ -111,23 +111,23 @@ std::size_t livingAllocations() {
 }
 
 KeptGivenBack::KeptGivenBack() {
-    kept.count = 0;
-    kept.on = true;
+    keptBlocks.count = 0;
+    keptBlocks.on = true;
 }
 
 KeptGivenBack::~KeptGivenBack() {
-    kept.on = false;
-    for (const Given& given : std::span(kept.memory).first(kept.count)) {
+    keptBlocks.on = false;
+    for (const Given& given : std::span(keptBlocks.memory).first(keptBlocks.count)) {
         takeBack(given.bytes);
     }
 }
 
 std::size_t KeptGivenBack::count() const {
-    return kept.count;
+    return keptBlocks.count;
 }
 
 bool KeptGivenBack::isUntouched() const {
-    const auto given = std::span(kept.memory).first(kept.count);
+    const auto given = std::span(keptBlocks.memory).first(keptBlocks.count);
     return std::all_of(given.begin(), given.end(), [](const Given& each) {
         return std::all_of(each.bytes, each.bytes + each.size,
                            [](unsigned char byte) { return byte == kGivenBack; });

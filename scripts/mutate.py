@@ -249,8 +249,10 @@ class Runner:
                                   env=OWN_ENVIRONMENT | environment, check=False).returncode
         if code == 0:
             return None
-        begun = re.findall(r"^\[ RUN      \] (\S+)", log.read_text(errors="replace"), re.M)
-        return begun[-1] if begun else names[0]
+        said = log.read_text(errors="replace")
+        failed = re.findall(r"^\[  FAILED  \] ([\w/.]+)", said, re.M)
+        begun = re.findall(r"^\[ RUN      \] (\S+)", said, re.M)  # the last has ended the program, if none has failed
+        return (failed[:1] or begun[-1:] or names)[0]
 
     def watch(self, test):
         """Notes what the test reaches and how long it takes."""

@@ -130,7 +130,7 @@ bool KeptGivenBack::isUntouched() const {
     const auto given = std::span(keptBlocks.memory).first(keptBlocks.count);
     return std::all_of(given.begin(), given.end(), [](const Given& each) {
         return std::all_of(each.bytes, each.bytes + each.size,
-                           [](unsigned char byte) { return byte == kGivenBack; });
+                           [](unsigned char value) { return value == kGivenBack; });
     });
 }
 

@@ -146,8 +146,8 @@ TEST_F(StepsOfAnUpdate, OfAResetBeginWithDisabling) {
     EXPECT_FALSE(block.isChanged());
 }
 
-/// Does something when it is asked for its callbacks, whether it is changed, or to forget a callback, and at
-/// its end.
+/// Does something when it is asked for its callbacks, whether it is changed, or to forget a callback, when it
+/// is marked, and at its end.
 class MeddlingBlock : public KtDxBlock {
 public:
     MeddlingBlock() = default;
@@ -177,8 +177,16 @@ public:
         KtDxBlock::removeCallback(callback);
     }
 
+    void setChanged(bool on) override {
+        KtDxBlock::setChanged(on);
+        if (on && whenMarked) {
+            whenMarked();
+        }
+    }
+
     std::function<void()> atEnd;
     std::function<void()> whenAsked;
+    std::function<void()> whenMarked;
     bool wasChanged = false;
     int removals = 0;
 };
@@ -223,6 +231,35 @@ TEST_F(StepsOfATable, ThatPropagatesEndAtAnEntryThatIsEmptiedOnTheWay) {
     meddler(blocks()).whenAsked = [&] { blocks().addRepresentation(last, nullptr); };
     blocks().propagateChanges();
     EXPECT_FALSE(monitorOf(valve_)->isChanged());
+}
+
+TEST_F(StepsOfATable, ThatMarkWhatIsInsideEndAtAnEntryThatIsEmptiedOnTheWay) {
+    const KtDbObjectId first = edit_.define(L"first");
+    KtDxBlocks& table = blocks(); // which knows the first, and not the others
+    const KtDbObjectId meddling = edit_.define(L"meddling");
+    auto* block = new MeddlingBlock; // its key owns it
+    {
+        const OpenedObject<KtDbBlockTableRecord> opened(meddling, KtDb::kForRead);
+        must(block->init(&table, opened.get()));
+    }
+    table.addRepresentation(meddling, block);
+    const KtDbObjectId emptied = edit_.define(L"emptied");
+    const KtDbObjectId last = edit_.define(L"last");
+    for (const KtDbObjectId inside : {meddling, emptied, last}) {
+        edit_.insert(inside, first);
+    }
+    must(table.scanBlockTable());
+    table.setPendingChanges(false);
+    monitorOf(first)->setChanged(true);
+    block->whenMarked = [&] {
+        const std::unique_ptr<KtDxBlock> gone(monitorOf(emptied));
+        table.forgetRepresentations(gone.get());
+        table.addRepresentation(emptied, nullptr);
+    };
+    table.propagateChanges();
+    block->whenMarked = nullptr;
+    EXPECT_TRUE(block->isChanged());
+    EXPECT_FALSE(monitorOf(last)->isChanged());
 }
 
 TEST_F(StepsOfATable, ThatPropagatesEndAtAnEntryThatIsEmptiedBeforeAChangedBlock) {

@@ -216,6 +216,7 @@ TEST_F(ThreeDocuments, AreNotFoundByAnyOtherAddress) {
         registry_->getData(document, true);
     }
     for (std::uintptr_t other = 1; other < 10; ++other) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): an address is all that counts of it
         EXPECT_EQ(registry_->getData(reinterpret_cast<KtApDocument*>(other), false), nullptr) << other;
     }
 }

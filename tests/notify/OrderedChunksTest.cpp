@@ -140,7 +140,7 @@ TEST_F(CostOfChunks, FillingLeavesNoRoomForAnotherChunk) {
 
 TEST_F(CostOfChunks, FillingAsksForNoMoreThanAChunksRoomForEach) {
     const FailingAllocation failing(2, kFull * sizeof(Moved));
-    EXPECT_THROW(chunks_.fill(2 * kFull, numbered), std::bad_alloc);
+    EXPECT_THROW(chunks_.fill(std::size_t{2} * kFull, numbered), std::bad_alloc);
 }
 
 TEST_F(CostOfChunks, ErasingInNoOrderMovesAChunkAtMost) {

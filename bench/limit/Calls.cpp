@@ -4,6 +4,7 @@
 #include "bench/ModelSpace.h"
 #include "bench/Opened.h"
 #include "bench/drawings/Require.h"
+#include "kthost/database/DatabaseQueries.h"
 
 #include <KtApDocument.h>
 #include <KtDbAttribute.h>
@@ -18,6 +19,7 @@ namespace bench::limit {
 
 void Calls::prepare(const kthost::Database& database) {
     records_ = prepareRecords(database);
+    layouts_ = kthost::records(database, true);
     watchers_.clear();
     for (std::size_t i = 0; i < records_.size(); ++i) {
         watchers_.emplace_back(marks_);
@@ -154,10 +156,8 @@ void Calls::countInstances(bool modelSpaceOnly) const {
             countInContainer(record, modelSpace_);
             continue;
         }
-        for (const PreparedRecord& layout : records_) {
-            if (layout.isLayout) {
-                countInContainer(record, layout.id);
-            }
+        for (const KtDbObjectId layout : layouts_) {
+            countInContainer(record, layout);
         }
     }
 }

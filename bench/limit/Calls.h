@@ -49,6 +49,7 @@ private:
     TableWatcher tableWatcher_{marks_};
     std::deque<Watcher> watchers_; // one a record, in table order
     std::vector<PreparedRecord> records_;
+    std::vector<KtDbObjectId> layouts_;
     bool enabled_ = false;
     KtDbObjectId modelSpace_;
     KtDbObjectId lastKnown_;

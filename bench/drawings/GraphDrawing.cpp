@@ -36,10 +36,12 @@ void GraphDrawing::placeFirstLayer() {
     }
 }
 
+/// From the top down: whether a block would come to lie inside itself is then seen at once, as nothing is
+/// inside it yet.
 void GraphDrawing::nest(std::size_t count) {
     const std::size_t nested = definitions_.size() - firstOf(1);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t child = firstOf(1) + i % nested; // each has its share
+        const std::size_t child = firstOf(1) + i * nested / count; // each has its share
         const std::size_t layer = ((child + 1) * kDepth - 1) / definitions_.size();
         const std::size_t above = firstOf(layer - 1);
         const std::size_t parent = above + below(firstOf(layer) - above);

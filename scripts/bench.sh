@@ -1,7 +1,7 @@
 # How fast the module is. Sourced by ./ktdx.
 
 # run_bench [--quick | --document]: measures everything and prints the figures; build/bench/figures.json and the curves
-# in build/bench/curves/ show them. The long form takes about half an hour. --document measures nothing: it puts the
+# in build/bench/curves/ show them. The long form takes about a quarter of an hour. --document measures nothing: it puts the
 # figures of the last run into docs/performance.md and its pictures.
 run_bench() {
   local folder=build/bench

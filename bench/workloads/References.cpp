@@ -38,6 +38,8 @@ public:
         if (!watched_) {
             makeFresh();
             attach();
+        }
+        if (!settled_) {
             settle();
         }
     }
@@ -64,6 +66,7 @@ private:
     void settle() {
         expectInsertsOnly();
         stage().command([this] { drawing().edit(1); });
+        settled_ = true;
     }
 
     void make() {
@@ -73,12 +76,14 @@ private:
         drawing_.emplace(stage_->database(), setting_.size);
         stage_->enter(setting_.column);
         watched_ = false;
+        settled_ = false;
     }
 
     Setting setting_;
     std::optional<Stage> stage_;
     std::optional<ReferenceDrawing> drawing_;
     bool watched_ = false;
+    bool settled_ = false;
 };
 
 void ReferenceScene::expectInsertsOnly() {

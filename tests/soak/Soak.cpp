@@ -10,6 +10,7 @@
 #include "kthost/runtime/Utf8.h"
 #include "tests/histories/Drawn.h"
 #include "tests/histories/Generator.h"
+#include "tests/scenario_modules/puppets/Puppets.h"
 
 #include <malloc.h>
 #include <unistd.h>
@@ -129,17 +130,27 @@ bool Soak::perform(const std::string& line) {
         kthost::performLine(console_.session(), line);
     } catch (const kthost::CommandError&) {
         done = false;
+    } catch (const puppets::Outburst&) {
+        done = true; // a client's, as ordered
     }
     measured_.documents += host_.documents().documents().size() < documents ? 1U : 0U;
     const std::clock_t before = std::clock();
-    host_.loop().pump();
+    try {
+        host_.loop().pump();
+    } catch (const puppets::Outburst&) {
+        done = true; // what waits behind it comes with the next line
+    }
     idleTime_ += std::clock() - before;
     ++idleChecks_;
     return done;
 }
 
 void Soak::demand(const std::string& line) {
-    console_.run(line);
+    try {
+        console_.run(line);
+    } catch (const puppets::Outburst&) {
+        return; // behind the line, which was done
+    }
 }
 
 void Soak::takeDown() {

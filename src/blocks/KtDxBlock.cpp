@@ -42,8 +42,13 @@ void setMark(bool& mark, bool on, std::size_t* count) {
         return; // and most of what lies in the caches stays as it is
     }
     mark = on;
-    if (count != nullptr) {
-        on ? ++*count : --*count;
+    if (count == nullptr) {
+        return;
+    }
+    if (on) {
+        ++*count;
+    } else {
+        --*count;
     }
 }
 

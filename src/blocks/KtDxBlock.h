@@ -17,9 +17,12 @@
 #include <utility>
 #include <vector>
 
+class KtDbBlockReference;
 class KtDbBlockTableRecord;
 class KtDbObjectIterator;
 class KtDxBlocks;
+template <typename T>
+class OpenedObject;
 
 using KtDxCallbackSet = std::set<KtRxCallback, ByAddress>;
 
@@ -95,6 +98,8 @@ private:
     using IdVector = std::vector<KtDbObjectId>;
     struct Rescan;
     class RunningRescan;
+    struct Whereabouts;
+    class AttributeArray;
 
     Orbx::ErrorStatus tryRescan(Rescan& pass);
     Orbx::ErrorStatus rescan(Rescan& pass);
@@ -106,7 +111,10 @@ private:
     void cutContainers(KtDbObjectId first);
     void findRepresentations();
     Orbx::ErrorStatus listReferences(KtDbObjectIdArray& listed) const;
-    Orbx::ErrorStatus meetReference(KtDbObjectId reference, Rescan& pass);
+    Whereabouts whereaboutsOf(const OpenedObject<KtDbBlockReference>& opened) const;
+    Orbx::ErrorStatus meetReference(KtDbObjectId reference, const Whereabouts& found, Rescan& pass);
+    Orbx::ErrorStatus meetEach(Rescan& pass);
+    Orbx::ErrorStatus meetTogether(Rescan& pass);
     Orbx::ErrorStatus fileReference(KtDbObjectId reference, KtDbObjectId container, Rescan& pass);
     void missContainer(KtDbObjectId reference, Orbx::ErrorStatus why, Rescan& pass);
     Orbx::ErrorStatus record(KtDbObjectId reference, KtDbObjectId container);
@@ -117,9 +125,9 @@ private:
 
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
     Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
-    void attachAttribute(KtDbObjectId attribute, KtDbObjectId reference);
+    void attachAttribute(KtDbObjectId attribute, AttributeArray& array);
     std::size_t usualAttributes() const;
-    void fitAttributes(KtDbObjectId reference);
+    void fitAttributes(KtDbObjectIdArray& recorded);
     void makeRoomForAttributes();
     void removeEmptyAttributes();
     void detachAttributesOf(KtDbObjectId reference);

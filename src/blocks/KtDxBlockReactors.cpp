@@ -11,11 +11,43 @@
 #include "blocks/SortUnique.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <new>
 #include <tuple>
 #include <utility>
 #include <vector>
+
+/// The array of one reference's attributes. Looked for again only when entries have come or gone, as they do
+/// when a host's call leads back here.
+class KtDxBlock::AttributeArray {
+public:
+    AttributeArray(Attributes& all, KtDbObjectId reference) : all_(all), reference_(reference) {}
+
+    /// Null when there is none.
+    KtDbObjectIdArray* find() {
+        if (stamp_ != all_.changeStamp()) {
+            const auto entry = all_.find(reference_);
+            array_ = entry == all_.end() ? nullptr : &entry->second;
+            stamp_ = all_.changeStamp();
+        }
+        return array_;
+    }
+
+    /// Throws std::bad_alloc.
+    KtDbObjectIdArray& findOrMake() {
+        if (find() == nullptr) {
+            all_.emplace(reference_, KtDbObjectIdArray(0, 8));
+        }
+        return *find();
+    }
+
+private:
+    Attributes& all_;
+    KtDbObjectId reference_;
+    KtDbObjectIdArray* array_ = nullptr;
+    std::uint64_t stamp_ = 0; // of a map in which nothing has ever been
+};
 
 Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
     if (enable == isEnabled()) {
@@ -119,7 +151,7 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
     return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
 }
 
-inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId reference) {
+inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, AttributeArray& array) {
     if (attribute.isNull() || !attribute.isValid() || attribute.isErased() ||
         attribute.isEffectivelyErased()) {
         return;
@@ -128,8 +160,7 @@ inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId refe
     if (!opened) {
         return;
     }
-    KtDbObjectIdArray& recorded =
-        attributesByReference_.emplace(reference, KtDbObjectIdArray(0, 8)).first->second;
+    KtDbObjectIdArray& recorded = array.findOrMake();
     if (recorded.physicalLength() == 0) {
         recorded.setPhysicalLength(usualAttributes());
     }
@@ -140,14 +171,17 @@ inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, KtDbObjectId refe
 /// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
 /// has its attributes twice, and letting go of it once lets go of them all.
 Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+    AttributeArray array(attributesByReference_, reference);
     try {
         for (; !attributes.done(); attributes.step()) {
-            attachAttribute(attributes.objectId(), reference);
+            attachAttribute(attributes.objectId(), array);
         }
     } catch (const std::bad_alloc&) {
         return Orbx::eMissing;
     }
-    fitAttributes(reference);
+    if (KtDbObjectIdArray* const recorded = array.find(); recorded != nullptr) {
+        fitAttributes(*recorded);
+    }
     return Orbx::eOk;
 }
 
@@ -157,12 +191,7 @@ std::size_t KtDxBlock::usualAttributes() const {
 }
 
 /// There is one such array for each reference, so that room for what never comes is most of what they take.
-void KtDxBlock::fitAttributes(KtDbObjectId reference) {
-    const auto entry = attributesByReference_.find(reference);
-    if (entry == attributesByReference_.end()) {
-        return;
-    }
-    KtDbObjectIdArray& recorded = entry->second;
+void KtDxBlock::fitAttributes(KtDbObjectIdArray& recorded) {
     try {
         if (recorded.physicalLength() != recorded.length()) {
             recorded.setPhysicalLength(recorded.length());

@@ -11,6 +11,7 @@
 #include "blocks/SortUnique.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -129,19 +130,62 @@ inline KtDbObjectId KtDxBlock::containerOf(KtDbObjectId owner) const {
     return isForeignModelSpace ? owner_->findXrefBlock(owner) : owner;
 }
 
-inline Orbx::ErrorStatus KtDxBlock::meetReference(KtDbObjectId reference, Rescan& pass) {
-    const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
-                                                  true); // erased ones count like others
+/// Where an opened reference lies: the null id when that is nowhere.
+struct KtDxBlock::Whereabouts {
+    KtDbObjectId container;
+    Orbx::ErrorStatus status; ///< of its opening
+};
+
+inline KtDxBlock::Whereabouts KtDxBlock::whereaboutsOf(const OpenedObject<KtDbBlockReference>& opened) const {
     const KtDbObjectId container = opened ? containerOf(opened->ownerId()) : KtDbObjectId();
-    if (container.isNull() || !container.isValid()) {
-        missContainer(reference, opened.status(), pass);
+    const bool isSomewhere = !container.isNull() && container.isValid();
+    return {isSomewhere ? container : KtDbObjectId(), opened.status()};
+}
+
+inline Orbx::ErrorStatus KtDxBlock::meetReference(KtDbObjectId reference, const Whereabouts& found,
+                                                  Rescan& pass) {
+    if (found.container.isNull()) {
+        missContainer(reference, found.status, pass);
         return Orbx::eOk;
     }
-    if (pass.isFollowing && recordedOrder_.isAt(pass.followed, reference, container)) {
+    if (pass.isFollowing && recordedOrder_.isAt(pass.followed, reference, found.container)) {
         ++pass.followed;
         return Orbx::eOk;
     }
-    return fileReference(reference, container, pass);
+    return fileReference(reference, found.container, pass);
+}
+
+/// An enabled monitor attaches to a new reference while it is open.
+inline Orbx::ErrorStatus KtDxBlock::meetEach(Rescan& pass) {
+    for (const KtDbObjectId reference : pass.candidates) {
+        const OpenedObject<KtDbBlockReference> opened(reference, KtDb::kForRead,
+                                                      true); // erased ones count like others
+        if (const Orbx::ErrorStatus status = meetReference(reference, whereaboutsOf(opened), pass);
+            status != Orbx::eOk) {
+            return status;
+        }
+    }
+    return Orbx::eOk;
+}
+
+/// Any other asks the host for nothing in between. References lie far apart in memory: of several that are
+/// opened right after one another the processor waits for all at once.
+Orbx::ErrorStatus KtDxBlock::meetTogether(Rescan& pass) {
+    std::array<Whereabouts, 8> found;
+    for (std::span<const KtDbObjectId> rest = pass.candidates; !rest.empty();) {
+        const auto next = rest.first(std::min(found.size(), rest.size()));
+        for (std::size_t i = 0; i < next.size(); ++i) {
+            found[i] = whereaboutsOf(OpenedObject<KtDbBlockReference>(next[i], KtDb::kForRead, true));
+        }
+        for (std::size_t i = 0; i < next.size(); ++i) {
+            if (const Orbx::ErrorStatus status = meetReference(next[i], found[i], pass);
+                status != Orbx::eOk) {
+                return status;
+            }
+        }
+        rest = rest.subspan(next.size());
+    }
+    return Orbx::eOk;
 }
 
 Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
@@ -160,10 +204,9 @@ Orbx::ErrorStatus KtDxBlock::rescan(Rescan& pass) {
         return Orbx::eMissing;
     }
     const RunningRescan running(running_, pass);
-    for (const KtDbObjectId reference : pass.candidates) {
-        if (const Orbx::ErrorStatus status = meetReference(reference, pass); status != Orbx::eOk) {
-            return status;
-        }
+    const Orbx::ErrorStatus status = isEnabled() ? meetEach(pass) : meetTogether(pass);
+    if (status != Orbx::eOk) {
+        return status;
     }
     if (!pass.isFollowing || pass.followed != recordedOrder_.size()) {
         dropMissing(pass);

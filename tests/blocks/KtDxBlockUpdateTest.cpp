@@ -50,6 +50,39 @@ TEST_F(BlockUpdate, ARecordIsAddedAndReportedOnce) {
     EXPECT_EQ(monitorIn(*owner_, other), &block);
 }
 
+TEST_F(BlockUpdate, AnyNumberOfReferencesIsRecorded) {
+    KtDxBlock& block = monitor(valve_);
+    Recorded expected;
+    for (int i = 0; i < 40; ++i) {
+        const KtDbObjectId container = i % 3 == 0 ? edit_.paperSpace() : edit_.modelSpace();
+        expected[container].push_back(edit_.insert(valve_, container));
+        must(block.refresh());
+        ASSERT_EQ(recordedOf(block), expected) << i + 1 << " references";
+        forgetMarks(block);
+        must(block.refresh());
+        ASSERT_EQ(recordedOf(block), expected) << i + 1 << " references, again";
+        ASSERT_FALSE(block.isChanged());
+    }
+}
+
+TEST_F(BlockUpdate, AmongManyOneThatDoesNotOpenIsLeftOut) {
+    Ids references;
+    for (int i = 0; i < 20; ++i) {
+        references.push_back(edit_.insert(valve_));
+    }
+    const KtDbObjectId missed = references[10];
+    {
+        const OpenedObject<KtDbBlockReference> held(missed, KtDb::kForWrite);
+        KtDxBlock& block = monitor(valve_);
+        references.erase(references.begin() + 10);
+        EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), references}}));
+    }
+    references.insert(references.begin() + 10, missed);
+    KtDxBlock& block = *monitorIn(*owner_, valve_);
+    must(block.refresh());
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), references}}));
+}
+
 TEST_F(BlockUpdate, ARecordStaysAddedWhenTheRescanFails) {
     KtDxBlock& block = monitor(valve_);
     const KtDbObjectId other = edit_.anonymous();

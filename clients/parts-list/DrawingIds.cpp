@@ -30,23 +30,37 @@ KtArray<KtDbObjectId> representationsOf(const KtDbBlockRepresentation* protocol,
     return ids;
 }
 
-} // namespace
-
-std::vector<KtDbObjectId> listRecords(const KtDbDatabase& database) {
-    std::vector<KtDbObjectId> records;
+template <typename Visit>
+void forEachRecord(const KtDbDatabase& database, Visit visit) {
     const ReadObject<KtDbBlockTable> table(database.blockTableId());
     KtDbBlockTableIterator* walk = nullptr;
     if (!table || table->newIterator(walk) != Orbx::eOk) {
-        return records;
+        return;
     }
     const std::unique_ptr<KtDbBlockTableIterator> owned(walk);
     for (; !walk->done(); walk->step()) {
         KtDbObjectId record;
         if (walk->getRecordId(record) == Orbx::eOk) {
-            records.push_back(record);
+            visit(record);
         }
     }
+}
+
+} // namespace
+
+std::vector<KtDbObjectId> listRecords(const KtDbDatabase& database) {
+    std::vector<KtDbObjectId> records;
+    forEachRecord(database, [&](KtDbObjectId record) { records.push_back(record); });
     return records;
+}
+
+bool hasRecords(const KtDbDatabase& database, const std::vector<KtDbObjectId>& records) {
+    auto expected = records.begin();
+    bool areSame = true;
+    forEachRecord(database, [&](KtDbObjectId record) {
+        areSame = areSame && expected != records.end() && *expected++ == record;
+    });
+    return areSame && expected == records.end();
 }
 
 KtDbObjectId findRecord(const KtDbDatabase& database, const std::wstring& name) {

@@ -13,6 +13,9 @@ namespace parts {
 /// InUse.
 std::vector<KtDbObjectId> listRecords(const KtDbDatabase& database);
 
+/// Whether these are what `listRecords` would give. Throws InUse.
+bool hasRecords(const KtDbDatabase& database, const std::vector<KtDbObjectId>& records);
+
 /// Id of the living record of that name; null when there is none. Throws InUse.
 KtDbObjectId findRecord(const KtDbDatabase& database, const std::wstring& name);
 

@@ -24,28 +24,30 @@ bool isWanted(const PlacedReference& reference, const Selection& selection) {
                        });
 }
 
-std::vector<PlacedReference> selectReferences(const Selection& selection) {
-    std::vector<PlacedReference> references = readReferences(withRepresentations(selection.definitions));
+using References = std::vector<const PlacedReference*>;
+
+References selectReferences(const Selection& selection, ReferenceReader& reader) {
+    References references = reader.read(withRepresentations(selection.definitions));
     std::erase_if(references,
-                  [&](const PlacedReference& reference) { return !isWanted(reference, selection); });
+                  [&](const PlacedReference* reference) { return !isWanted(*reference, selection); });
     return references;
 }
 
-bool comesBefore(const PlacedReference& left, const PlacedReference& right) {
-    const std::strong_ordering order = naturalOrder(left.block, right.block);
+bool comesBefore(const PlacedReference* left, const PlacedReference* right) {
+    const std::strong_ordering order = naturalOrder(left->block, right->block);
     return std::is_neq(order) ? std::is_lt(order)
-                              : std::tie(left.handle, left.id) < std::tie(right.handle, right.id);
+                              : std::tie(left->handle, left->id) < std::tie(right->handle, right->id);
 }
 
-PartsTable listReferences(std::vector<PlacedReference> references, Containers& containers,
-                          const Selection& selection) {
+PartsTable listReferences(References references, Containers& containers, const Selection& selection) {
     std::sort(references.begin(), references.end(), comesBefore);
     TableBuilder builder({L"Block", L"Container", L"Handle"});
-    for (const PlacedReference& reference : references) {
+    for (const PlacedReference* reference : references) {
         // Handles repeat between a drawing and those attached to it, ids do not.
-        builder.addRow(handleText(reference.id.asUnsigned()),
-                       {reference.block, containers.name(reference.container), handleText(reference.handle)},
-                       reference);
+        builder.addRow(
+            handleText(reference->id.asUnsigned()),
+            {reference->block, containers.name(reference->container), handleText(reference->handle)},
+            *reference);
     }
     return builder.build(selection.tags);
 }
@@ -97,9 +99,9 @@ PartsTable listComponents(const std::vector<Occurrence>& occurrences, const Sele
 
 } // namespace
 
-PartsTable extractParts(const KtDbDatabase& database, const Selection& selection) {
+PartsTable extractParts(const KtDbDatabase& database, const Selection& selection, ReferenceReader& reader) {
     Containers containers(database);
-    std::vector<PlacedReference> references = selectReferences(selection);
+    References references = selectReferences(selection, reader);
     if (selection.kind == RowKind::reference) {
         return listReferences(std::move(references), containers, selection);
     }
@@ -108,6 +110,11 @@ PartsTable extractParts(const KtDbDatabase& database, const Selection& selection
     const std::vector<Occurrence> occurrences = findOccurrences(references, containers, paths);
     return selection.kind == RowKind::occurrence ? listOccurrences(occurrences, containers, selection)
                                                  : listComponents(occurrences, selection);
+}
+
+PartsTable extractParts(const KtDbDatabase& database, const Selection& selection) {
+    ReferenceReader reader;
+    return extractParts(database, selection, reader);
 }
 
 } // namespace parts

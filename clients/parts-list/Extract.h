@@ -11,6 +11,8 @@ class KtDbDatabase;
 
 namespace parts {
 
+class ReferenceReader;
+
 /// What of a drawing goes into a list.
 struct Selection {
     std::vector<KtDbObjectId> definitions;
@@ -30,6 +32,9 @@ struct Selection {
 ///    (the numbers of those that are placed); those without a designator and those whose designator begins
 ///    with # are left out. Block and attributes are those of the first occurrence.
 /// A column for each attribute tag follows. Throws std::length_error for more occurrences than can be listed.
+/// References that the reader knows are not opened.
+PartsTable extractParts(const KtDbDatabase& database, const Selection& selection, ReferenceReader& reader);
+/// The same with a reader that knows nothing.
 PartsTable extractParts(const KtDbDatabase& database, const Selection& selection);
 
 } // namespace parts

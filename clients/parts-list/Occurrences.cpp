@@ -48,14 +48,14 @@ bool comesBefore(const Occurrence& left, const Occurrence& right) {
 
 } // namespace
 
-std::vector<Occurrence> findOccurrences(const std::vector<PlacedReference>& references,
+std::vector<Occurrence> findOccurrences(const std::vector<const PlacedReference*>& references,
                                         const Containers& containers, OccurrencePaths& paths) {
     std::vector<Occurrence> occurrences;
     occurrences.reserve(references.size());
-    for (const PlacedReference& reference : references) {
-        const ByPath designations = indexByPath(reference);
-        for (const std::wstring& path : paths.of(containers.resolve(reference.container))) {
-            occurrences.push_back(makeOccurrence(reference, path, designations));
+    for (const PlacedReference* reference : references) {
+        const ByPath designations = indexByPath(*reference);
+        for (const std::wstring& path : paths.of(containers.resolve(reference->container))) {
+            occurrences.push_back(makeOccurrence(*reference, path, designations));
         }
     }
     std::sort(occurrences.begin(), occurrences.end(), comesBefore);

@@ -2,7 +2,6 @@
 
 #include "Csv.h"
 #include "DrawingIds.h"
-#include "ReadReferences.h"
 #include "Refusal.h"
 #include "ReplaceFile.h"
 #include "Utf8.h"
@@ -13,6 +12,7 @@
 #include <KtEd.h>
 #include <SystemPath.h>
 
+#include <algorithm>
 #include <fstream>
 #include <ios>
 #include <iterator>
@@ -78,6 +78,7 @@ void PartsList::stopWithDocument() {
 }
 
 void PartsList::attach() {
+    reader_.forgetAll();
     const KtDbDatabase& database = *document_.database();
     knownRecords_ = listRecords(database);
     // A representation that is older than its definition is watched by itself, so each is named.
@@ -104,16 +105,32 @@ void PartsList::listen() {
     listener_.forget();
 }
 
-PartsTable PartsList::extract() const {
-    const KtDbDatabase& database = *document_.database();
-    return extractParts(database, {.definitions = source_.definitions(database),
-                                   .kind = options_.kind,
-                                   .conditions = options_.conditions,
-                                   .tags = source_.tags(),
-                                   .ownTable = drawn_ ? drawn_->id() : KtDbObjectId()});
+Selection PartsList::selection() const {
+    return {.definitions = source_.definitions(*document_.database()),
+            .kind = options_.kind,
+            .conditions = options_.conditions,
+            .tags = source_.tags(),
+            .ownTable = drawn_ ? drawn_->id() : KtDbObjectId()};
+}
+
+PartsTable PartsList::extract() {
+    return extractParts(*document_.database(), selection(), reader_);
+}
+
+/// Where references are all that has been touched, the others are as they were read. Anything else may
+/// concern all of them, and so may what KtDxNotify alone has heard, or nobody.
+void PartsList::forgetTouched() {
+    const auto& touched = listener_.touched();
+    const bool areReferences =
+        listener_.isComplete() && !touched.empty() &&
+        std::all_of(touched.begin(), touched.end(), [&](KtDbObjectId id) { return reader_.forget(id); });
+    if (!areReferences) {
+        reader_.forgetAll();
+    }
 }
 
 void PartsList::refresh(bool always) {
+    forgetTouched();
     PartsTable fresh = extract();
     const bool hasWaited = std::exchange(unread_, std::nullopt).has_value();
     if (always || hasWaited || fresh != table_) {
@@ -171,7 +188,7 @@ void PartsList::drawTable() {
 }
 
 void PartsList::check() const {
-    const TableDiff diff = compareTables(table_, extract());
+    const TableDiff diff = compareTables(table_, extractParts(*document_.database(), selection()));
     if (!diff.isEmpty()) {
         throw Refusal(L"the list differs from the drawing: " + describe(diff));
     }
@@ -189,7 +206,7 @@ void PartsList::checkFile() const {
 }
 
 bool PartsList::hasOtherDefinitions() const {
-    return listRecords(*document_.database()) != knownRecords_;
+    return !hasRecords(*document_.database(), knownRecords_);
 }
 
 void PartsList::blocksChanged() {

@@ -8,6 +8,7 @@
 #include "ListSource.h"
 #include "Options.h"
 #include "PartsTable.h"
+#include "ReadReferences.h"
 #include "TableDiff.h"
 #include "TouchListener.h"
 
@@ -60,7 +61,9 @@ private:
     void writeFile() const;
     void drawTable();
     void checkFile() const;
-    PartsTable extract() const;
+    Selection selection() const;
+    PartsTable extract();
+    void forgetTouched();
     /// Extracts and publishes. Without `always` only if something has changed.
     void refresh(bool always);
     void take(PartsTable fresh);
@@ -77,6 +80,7 @@ private:
     ListSource source_;
     std::vector<KtDbObjectId> knownRecords_; // the whole block table as it was last seen
     std::optional<DrawnTable> drawn_;        // before the first extraction, which leaves it out
+    ReferenceReader reader_;                 // before the first extraction, too
     PartsTable table_;
     bool toldOfLoss_ = false;      // that the table in the drawing is gone
     std::optional<InUse> unread_;  // what kept the drawing from being read

@@ -11,15 +11,13 @@
 #include <KtDbXData.h>
 
 #include <memory>
-#include <unordered_map>
+#include <unordered_set>
 
 namespace parts {
 
 namespace {
 
-using Names = std::unordered_map<KtDbObjectId, std::wstring>;
-
-const std::wstring& nameOf(KtDbObjectId record, Names& names) {
+const std::wstring& nameOf(KtDbObjectId record, BlockNames& names) {
     const auto [place, isNew] = names.try_emplace(record);
     if (isNew) {
         place->second = recordName(record);
@@ -64,7 +62,7 @@ std::vector<Designation> readDesignations(const KtDbBlockReference& reference) {
     return designations;
 }
 
-PlacedReference readReference(const KtDbBlockReference& reference, Names& names) {
+PlacedReference readReference(const KtDbBlockReference& reference, BlockNames& names) {
     return {.id = reference.objectId(),
             .handle = reference.handle(),
             .container = reference.ownerId(),
@@ -84,21 +82,43 @@ KtArray<KtDbObjectId> directReferences(KtDbObjectId record) {
 
 } // namespace
 
-std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& records) {
-    std::vector<PlacedReference> references;
-    Names names;
+std::vector<const PlacedReference*> ReferenceReader::read(const std::vector<KtDbObjectId>& records) {
+    std::vector<const PlacedReference*> references;
+    references.reserve(known_.size());
+    BlockNames names;
     for (const KtDbObjectId record : records) {
         for (const KtDbObjectId id : directReferences(record)) {
-            if (id.isEffectivelyErased()) {
-                continue;
-            }
-            const ReadObject<KtDbBlockReference> reference(id);
-            if (reference) {
-                references.push_back(readReference(*reference.get(), names));
+            const PlacedReference* const reference = id.isEffectivelyErased() ? nullptr : find(id, names);
+            if (reference != nullptr) {
+                references.push_back(reference);
             }
         }
     }
+    forgetOthersThan(references);
     return references;
+}
+
+/// Null when it does not open.
+const PlacedReference* ReferenceReader::find(KtDbObjectId reference, BlockNames& names) {
+    const auto known = known_.find(reference);
+    if (known != known_.end()) {
+        return &known->second;
+    }
+    const ReadObject<KtDbBlockReference> opened(reference);
+    return opened ? &known_.emplace(reference, readReference(*opened.get(), names)).first->second : nullptr;
+}
+
+/// No record lists a reference twice, so most of the time there are no others.
+void ReferenceReader::forgetOthersThan(const std::vector<const PlacedReference*>& listed) {
+    if (listed.size() == known_.size()) {
+        return;
+    }
+    std::unordered_set<KtDbObjectId> ids;
+    ids.reserve(listed.size());
+    for (const PlacedReference* reference : listed) {
+        ids.insert(reference->id);
+    }
+    std::erase_if(known_, [&](const auto& known) { return !ids.contains(known.first); });
 }
 
 std::vector<KtDbObjectId> listReferences(const std::vector<KtDbObjectId>& records) {

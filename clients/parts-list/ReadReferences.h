@@ -2,14 +2,35 @@
 
 #include "PlacedReference.h"
 
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace parts {
 
-/// Reads the living references to these records with their attributes and designations, record by record.
-/// References in a container that is itself erased are left out. Takes time proportional to what is read.
-/// Throws InUse.
-std::vector<PlacedReference> readReferences(const std::vector<KtDbObjectId>& records);
+/// Of records.
+using BlockNames = std::unordered_map<KtDbObjectId, std::wstring>;
+
+/// Reads references, and keeps what it has read: most of a drawing stays as it is from one list to the next.
+/// Whoever keeps one has to have it forget what has been touched.
+class ReferenceReader {
+public:
+    /// The living references to these records with their attributes and designations, record by record.
+    /// References in a container that is itself erased are left out. Takes time proportional to what is
+    /// listed, and opens only what it does not know. They stay until the next call. Throws InUse.
+    std::vector<const PlacedReference*> read(const std::vector<KtDbObjectId>& records);
+
+    /// False when it does not know it.
+    bool forget(KtDbObjectId reference) { return known_.erase(reference) != 0; }
+
+    void forgetAll() { known_.clear(); }
+
+private:
+    const PlacedReference* find(KtDbObjectId reference, BlockNames& names);
+    void forgetOthersThan(const std::vector<const PlacedReference*>& listed);
+
+    std::unordered_map<KtDbObjectId, PlacedReference> known_;
+};
 
 /// Ids of the living references to these records, record by record. Throws InUse.
 std::vector<KtDbObjectId> listReferences(const std::vector<KtDbObjectId>& records);

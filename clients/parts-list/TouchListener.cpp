@@ -38,13 +38,22 @@ void TouchListener::listenTo(std::vector<KtDbObjectId> objects) {
     asked_ = std::move(objects);
 }
 
-void TouchListener::openedForModify(const KtDbObject* /*object*/) {
+void TouchListener::forget() {
+    touched_ = false;
+    touchedObjects_.clear();
+}
+
+void TouchListener::openedForModify(const KtDbObject* object) {
     touched_ = true;
+    touchedObjects_.insert(object->objectId());
 }
 
 /// What lies in a record is heard on its own account.
-void TouchListener::subObjectModified(const KtDbObject* /*object*/, const KtDbObject* subObject) {
-    touched_ = touched_ || subObject->isKindOf(KtDbAttribute::desc());
+void TouchListener::subObjectModified(const KtDbObject* object, const KtDbObject* subObject) {
+    if (subObject->isKindOf(KtDbAttribute::desc())) {
+        touched_ = true;
+        touchedObjects_.insert(object->objectId());
+    }
 }
 
 void TouchListener::goodbye(const KtDbObject* object) {

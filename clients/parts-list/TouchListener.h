@@ -27,7 +27,13 @@ public:
     /// True when one of them, or an attribute of one, was about to be changed since `forget`.
     bool isTouched() const { return touched_; }
 
-    void forget() { touched_ = false; }
+    /// Which of them, since `forget`.
+    const std::unordered_set<KtDbObjectId>& touched() const { return touchedObjects_; }
+
+    /// False while one of them could not be listened to.
+    bool isComplete() const { return isComplete_; }
+
+    void forget();
 
     void openedForModify(const KtDbObject* object) override;
     void subObjectModified(const KtDbObject* object, const KtDbObject* subObject) override;
@@ -37,6 +43,7 @@ private:
     std::unordered_set<KtDbObjectId> objects_;
     std::vector<KtDbObjectId> asked_; // for the last time
     bool isComplete_ = false;         // all of them are heard
+    std::unordered_set<KtDbObjectId> touchedObjects_;
     bool touched_ = false;
 };
 

@@ -1,3 +1,4 @@
+#include "kthost/runtime/Faults.h"
 #include "tests/scenarios/ScenarioTest.h"
 
 #include <gmock/gmock.h>
@@ -33,6 +34,33 @@ TEST_F(PartsListScenario, FollowsAnEditAtTheIdleCheckBehindIt) {
     run("parts R to " + inFolder("list.csv"));
     EXPECT_THAT(run("set R1 Value 2k"), EndsWith("parts plan: 1 rows, 0 added, 1 changed, 0 removed\n"));
     EXPECT_THAT(read("list.csv"), EndsWith(",R1,2k\r\n"));
+}
+
+TEST_F(PartsListScenario, AnEditHasOnlyItsReferenceReadAgain) {
+    const auto openings = [this](const std::string& drawing, const std::string& others) {
+        run("new " + drawing);
+        run("define R");
+        run("insert R 1,1 Reference=R1 Value=1k");
+        run("insert R 2,2 " + others);
+        run("insert R 3,3 " + others);
+        run("parts R");
+        run("set R1 Value 2k"); // the first edit has everything read
+        Faults::instance().reset();
+        run("set R1 Value 3k");
+        run("parts check");
+        return Faults::instance().calls(HostCall::openObject);
+    };
+    const std::size_t withOneAttribute = openings("one", "A=1");
+    const std::size_t withThree = openings("three", "A=1 B=2 C=3");
+    EXPECT_EQ(withThree - withOneAttribute, 4U); // read once, by the check
+}
+
+TEST_F(PartsListScenario, AReferenceEditedWithItsRecordHasTheOthersReadAgainToo) {
+    run("insert R 2,2 Reference=R2 Value=1k");
+    run("parts R");
+    run("set R1 Value 2k");
+    run("together \"rename R Resistor\" \"set R1 Value 3k\"");
+    EXPECT_EQ(failure("parts check"), "");
 }
 
 TEST_F(PartsListScenario, IsNotCalledForBlocksThatItDoesNotWatch) {

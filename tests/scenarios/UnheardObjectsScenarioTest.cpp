@@ -1,9 +1,13 @@
 #include "kthost/console/ObjectNames.h"
 #include "kthost/database/DynamicDefinitions.h"
+#include "kthost/runtime/Faults.h"
 #include "kthost/runtime/Utf8.h"
 #include "tests/scenarios/ScenarioTest.h"
 
 #include <gmock/gmock.h>
+
+#include <cstdint>
+#include <string>
 
 namespace kthost {
 
@@ -110,6 +114,22 @@ TEST_F(UnheardObjects, ADefinitionThatWasPurgedAndCameBackIsHeard) {
 TEST_F(UnheardObjects, ATouchThatChangesNothingListedIsPassedOver) {
     run("parts R");
     EXPECT_THAT(run("insert C 3,3 Reference=C2"), Not(HasSubstr("parts plan")));
+}
+
+TEST_F(UnheardObjects, AReferenceThatCouldNotBeListenedToIsReadWithAnyOther) {
+    run("parts R");
+    Faults& faults = Faults::instance();
+    std::uint64_t listenings = 0;
+    for (std::uint64_t k = 1; k == 1 || k <= listenings; ++k) { // each of them fails once
+        const std::string fresh = "X" + std::to_string(k);
+        faults.reset();
+        faults.fail(HostCall::addReactor, k, Orbx::eNotOpenForWrite);
+        run("insert R 2,2 Reference=" + fresh + " Value=1k");
+        listenings = faults.calls(HostCall::addReactor);
+        faults.reset();
+        run("together \"set R1 Value 2k\" \"set " + fresh + " Value 3k\"");
+        EXPECT_EQ(failure("parts check"), "") << k << " of " << listenings;
+    }
 }
 
 TEST_F(UnheardObjects, NothingIsLeftBehind) {

@@ -8,6 +8,7 @@
 #include "kthost/documents/Host.h"
 #include "kthost/runtime/Faults.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -16,6 +17,10 @@
 namespace parts {
 
 namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
 /// A drawing with a block R, placed once with a value, and a listener.
 class TouchListening : public testing::Test {
@@ -85,6 +90,48 @@ TEST_F(TouchListening, ForgetsUntilTheNextTouch) {
     EXPECT_FALSE(listener_->isTouched());
     setValue(L"2k");
     EXPECT_TRUE(listener_->isTouched());
+}
+
+TEST_F(TouchListening, NamesTheReferenceThatWasMoved) {
+    listener_->listenTo({reference_, insert()});
+    move();
+    EXPECT_THAT(listener_->touched(), UnorderedElementsAre(reference_));
+}
+
+TEST_F(TouchListening, NamesTheReferenceWhoseAttributeHasChanged) {
+    listener_->listenTo({reference_, insert()});
+    setValue(L"2k");
+    EXPECT_THAT(listener_->touched(), UnorderedElementsAre(reference_));
+}
+
+TEST_F(TouchListening, NamesTheRecordThatSomethingWasPlacedIn) {
+    listener_->listenTo({database_->modelSpaceId(), reference_});
+    insert();
+    EXPECT_THAT(listener_->touched(), Contains(database_->modelSpaceId()));
+}
+
+TEST_F(TouchListening, NamesNothingThatWasForgotten) {
+    listener_->listenTo({reference_});
+    move();
+    listener_->forget();
+    EXPECT_THAT(listener_->touched(), IsEmpty());
+}
+
+TEST_F(TouchListening, IsNotCompleteWithoutOneThatDoesNotOpen) {
+    const KtDbObjectId other = insert();
+    listener_->listenTo({reference_, other});
+    EXPECT_TRUE(listener_->isComplete());
+    const KtDbObjectId erased = insert();
+    ASSERT_EQ(kthost::eraseReference(*database_, erased), Orbx::eOk);
+    listener_->listenTo({reference_, other, erased});
+    EXPECT_FALSE(listener_->isComplete());
+}
+
+TEST_F(TouchListening, IsNotCompleteWhenOneIsReleased) {
+    listener_->listenTo({reference_});
+    ASSERT_EQ(kthost::eraseReference(*database_, reference_), Orbx::eOk);
+    database_->releaseErased();
+    EXPECT_FALSE(listener_->isComplete());
 }
 
 TEST_F(TouchListening, LeavesErasedOnesForLater) {

@@ -344,7 +344,9 @@ KtDbObjectIdArray* KtDxBlock::containerArray(KtDbObjectId container) {
     auto entry = referencesByContainer_.find(container);
     if (entry == referencesByContainer_.end()) {
         setChanged(true);
-        entry = referencesByContainer_.emplace(container, std::make_unique<KtDbObjectIdArray>(0, 8)).first;
+        entry = referencesByContainer_
+                    .emplace(container, std::make_unique<KtDbObjectIdArray>(2, 8)) // most hold one or two
+                    .first;
     }
     return entry->second.get();
 }

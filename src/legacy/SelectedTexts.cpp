@@ -67,6 +67,8 @@ SelectedTexts::SelectedTexts(ArchiveReader& reader) {
         loader.begin();
         readBlock(reader);
     }
+    names_.close(); // the lists that are filled next may need the room
+    tags_.close();
 }
 
 void SelectedTexts::readBlock(ArchiveReader& reader) {

@@ -28,6 +28,9 @@ public:
     /// The number of the text, a new one if it is not there yet; `hash` is TagHash's.
     std::uint32_t add(std::string_view text, std::uint64_t hash);
 
+    /// No more are added, and the room that finding them takes is given back.
+    void close() { std::vector<Slot>().swap(slots_); }
+
     /// Has the memory fetched that `add` will look at first, ...
     void fetchSlot(std::uint64_t hash) const;
     /// ... then, where that has arrived, what it will look at next, ...

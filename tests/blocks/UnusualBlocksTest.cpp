@@ -140,12 +140,20 @@ void expectGrownByEight(const KtArray<KtDbObjectId>& array) {
     EXPECT_EQ(array.physicalLength(), 8U);
 }
 
-TEST_F(UnusualBlock, ArraysOfOneElementHaveRoomForEight) {
+TEST_F(UnusualBlock, TheArrayOfLayoutsBeginsWithRoomForEight) {
+    expectGrownByEight(blocks().layoutIds());
+}
+
+/// Most blocks have one record, and most containers one or two references of a block; what needs more needs
+/// many more.
+TEST_F(UnusualBlock, ArraysOfABlockBeginSmallAndGrowByEight) {
     edit_.insert(valve_);
     KtDxBlock& block = enabledMonitor(valve_);
-    expectGrownByEight(*block.references()->at(edit_.modelSpace()));
-    expectGrownByEight(block.recordIds());
-    expectGrownByEight(blocks().layoutIds());
+    KtDbObjectIdArray& references = *block.references()->at(edit_.modelSpace());
+    EXPECT_EQ(references.physicalLength(), 2U);
+    EXPECT_EQ(references.growLength(), 8U);
+    EXPECT_EQ(block.recordIds().physicalLength(), 1U);
+    EXPECT_EQ(block.recordIds().growLength(), 8U);
 }
 
 /// There are too many of them for room that is not needed.

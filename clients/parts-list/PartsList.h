@@ -23,7 +23,8 @@ namespace parts {
 /// A parts list that follows one document. It is extracted again whenever KtDxNotify calls, and whenever an
 /// idle check finds that the drawing has other definitions than before (a definition that is new, with the
 /// first reference to it, changes none of those that were there to be watched) or that something has been
-/// touched and KtDxNotify did not call: then it may not have heard it, and is made to look.
+/// touched and KtDxNotify did not call: then it may not have heard it, and is made to look. References that
+/// nobody has touched are then listed as they were read before.
 ///
 /// A list is of one moment and whole. While somebody has open for writing what would have to be read, the
 /// list, the file and the table in the drawing stay as they were, and people are told what is in the way; the

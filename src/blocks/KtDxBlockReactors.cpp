@@ -22,14 +22,12 @@
 /// when a host's call leads back here.
 class KtDxBlock::AttributeArray {
 public:
-    AttributeArray(Attributes& all, KtDbObjectId reference) : all_(all), reference_(reference) {}
+    AttributeArray(Attributes& all, KtDbObjectId reference) : all_(all), reference_(reference) { look(); }
 
     /// Null when there is none.
     KtDbObjectIdArray* find() {
         if (stamp_ != all_.changeStamp()) {
-            const auto entry = all_.find(reference_);
-            array_ = entry == all_.end() ? nullptr : &entry->second;
-            stamp_ = all_.changeStamp();
+            look();
         }
         return array_;
     }
@@ -43,10 +41,16 @@ public:
     }
 
 private:
+    void look() {
+        const auto entry = all_.find(reference_);
+        array_ = entry == all_.end() ? nullptr : &entry->second;
+        stamp_ = all_.changeStamp();
+    }
+
     Attributes& all_;
     KtDbObjectId reference_;
     KtDbObjectIdArray* array_ = nullptr;
-    std::uint64_t stamp_ = 0; // of a map in which nothing has ever been
+    std::uint64_t stamp_ = 0;
 };
 
 Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {

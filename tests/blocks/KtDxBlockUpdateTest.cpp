@@ -65,6 +65,14 @@ TEST_F(BlockUpdate, AnyNumberOfReferencesIsRecorded) {
     }
 }
 
+TEST_F(BlockUpdate, WhileEnabledAnErasedReferenceStaysRecorded) {
+    const KtDbObjectId reference = edit_.insert(valve_);
+    KtDxBlock& block = enabledMonitor(valve_);
+    edit_.erase(reference);
+    must(block.refresh());
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), {reference}}}));
+}
+
 TEST_F(BlockUpdate, AmongManyOneThatDoesNotOpenIsLeftOut) {
     Ids references;
     for (int i = 0; i < 20; ++i) {

@@ -102,6 +102,11 @@ void PartsList::listen() {
         objects.push_back(drawn_->id());
     }
     listener_.listenTo(std::move(objects));
+    if (drawn_) {
+        for (const KtDbObjectId id : listener_.touched()) {
+            reader_.forget(id); // others may have joined in the drawing
+        }
+    }
     listener_.forget();
 }
 
@@ -122,7 +127,7 @@ PartsTable PartsList::extract() {
 void PartsList::forgetTouched() {
     const auto& touched = listener_.touched();
     const bool areReferences =
-        listener_.isComplete() && !touched.empty() &&
+        std::exchange(isReadHeard_, false) && listener_.isComplete() && !touched.empty() &&
         std::all_of(touched.begin(), touched.end(), [&](KtDbObjectId id) { return reader_.forget(id); });
     if (!areReferences) {
         reader_.forgetAll();
@@ -139,6 +144,7 @@ void PartsList::refresh(bool always) {
         drawOrReport(); // undo may have brought cells of long ago back
     }
     listen(); // behind the drawing of the table, which touches it
+    isReadHeard_ = true;
 }
 
 void PartsList::take(PartsTable fresh) {

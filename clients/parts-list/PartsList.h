@@ -29,7 +29,7 @@ namespace parts {
 /// A list is of one moment and whole. While somebody has open for writing what would have to be read, the
 /// list, the file and the table in the drawing stay as they were, and people are told what is in the way; the
 /// idle check that finds it out of the way has everything extracted again. The same holds for the table alone
-/// while that cannot be written.
+/// while that cannot be written. What nobody has touched since it was read need not be read.
 class PartsList {
 public:
     /// Extracts, draws and writes the list for the first time, as part of the running command, and begins to
@@ -82,6 +82,7 @@ private:
     std::vector<KtDbObjectId> knownRecords_; // the whole block table as it was last seen
     std::optional<DrawnTable> drawn_;        // before the first extraction, which leaves it out
     ReferenceReader reader_;                 // before the first extraction, too
+    bool isReadHeard_ = false;               // the listener hears all that the reader knows
     PartsTable table_;
     bool toldOfLoss_ = false;      // that the table in the drawing is gone
     std::optional<InUse> unread_;  // what kept the drawing from being read

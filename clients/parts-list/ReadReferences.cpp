@@ -36,39 +36,38 @@ KtDbObjectId definitionOf(const KtDbBlockReference& reference) {
     return original.isNull() ? reference.blockTableRecord() : original;
 }
 
-std::vector<Attribute> readAttributes(const KtDbBlockReference& reference) {
-    std::vector<Attribute> attributes;
+/// An anonymous block stands for a dynamic one, of which the drawing may not have told, or for itself.
+bool isName(const std::wstring& block) {
+    return !block.empty() && block.front() != L'*';
+}
+
+/// False when there may be more of them.
+bool readAttributes(const KtDbBlockReference& reference, std::vector<Attribute>& attributes) {
     const std::unique_ptr<KtDbObjectIterator> walk(reference.attributeIterator());
+    bool areAll = walk != nullptr;
     for (; walk != nullptr && !walk->done(); walk->step()) {
         const ReadObject<KtDbAttribute> attribute(walk->objectId());
         if (attribute) {
             attributes.push_back({attribute->tag(), attribute->text()});
+        } else {
+            areAll = areAll && attribute.status() == Orbx::eWasErased;
         }
     }
-    return attributes;
+    return areAll;
 }
 
-/// The drawing keeps them in threes: path, designator, unit.
-std::vector<Designation> readDesignations(const KtDbBlockReference& reference) {
-    std::vector<Designation> designations;
+/// The drawing keeps them in threes: path, designator, unit. False when there may be more of them.
+bool readDesignations(const KtDbBlockReference& reference, std::vector<Designation>& designations) {
     KtArray<KtDbXDataItem> items;
-    if (reference.getXData(kKtDbOccurrences, items) != Orbx::eOk) {
-        return designations;
+    const Orbx::ErrorStatus status = reference.getXData(kKtDbOccurrences, items);
+    if (status != Orbx::eOk) {
+        return status == Orbx::eKeyNotFound;
     }
     designations.reserve(items.length() / 3);
     for (std::size_t item = 0; item + 2 < items.length(); item += 3) {
         designations.push_back({items[item].text, items[item + 1].text, items[item + 2].integer});
     }
-    return designations;
-}
-
-PlacedReference readReference(const KtDbBlockReference& reference, BlockNames& names) {
-    return {.id = reference.objectId(),
-            .handle = reference.handle(),
-            .container = reference.ownerId(),
-            .block = nameOf(definitionOf(reference), names),
-            .attributes = readAttributes(reference),
-            .designations = readDesignations(reference)};
+    return true;
 }
 
 KtArray<KtDbObjectId> directReferences(KtDbObjectId record) {
@@ -101,11 +100,27 @@ std::vector<const PlacedReference*> ReferenceReader::read(const std::vector<KtDb
 /// Null when it does not open.
 const PlacedReference* ReferenceReader::find(KtDbObjectId reference, BlockNames& names) {
     const auto known = known_.find(reference);
-    if (known != known_.end()) {
-        return &known->second;
+    if (known != known_.end() && known->second.isWhole) {
+        return &known->second.reference;
     }
     const ReadObject<KtDbBlockReference> opened(reference);
-    return opened ? &known_.emplace(reference, readReference(*opened.get(), names)).first->second : nullptr;
+    if (!opened) {
+        return nullptr;
+    }
+    return &known_.insert_or_assign(reference, read(*opened.get(), names)).first->second.reference;
+}
+
+ReferenceReader::Known ReferenceReader::read(const KtDbBlockReference& reference, BlockNames& names) {
+    Known known{.reference = {.id = reference.objectId(),
+                              .handle = reference.handle(),
+                              .container = reference.ownerId(),
+                              .block = nameOf(definitionOf(reference), names),
+                              .attributes = {},
+                              .designations = {}}};
+    const bool hasAllAttributes = readAttributes(reference, known.reference.attributes);
+    const bool hasAllDesignations = readDesignations(reference, known.reference.designations);
+    known.isWhole = isName(known.reference.block) && hasAllAttributes && hasAllDesignations;
+    return known;
 }
 
 /// No record lists a reference twice, so most of the time there are no others.

@@ -4,6 +4,7 @@
 
 #include <KtDbAttribute.h>
 
+#include <new>
 #include <utility>
 
 namespace parts {
@@ -22,20 +23,22 @@ void TouchListener::listenTo(std::vector<KtDbObjectId> objects) {
     if (isComplete_ && objects == asked_) {
         return;
     }
-    isComplete_ = true;
+    isComplete_ = false; // until all are gone through
+    bool areAllHeard = true;
     objects_.reserve(objects.size());
     for (const KtDbObjectId id : objects) {
-        if (objects_.contains(id)) {
+        const auto [place, isNew] = objects_.insert(id); // before it is heard, as this may fail
+        if (!isNew) {
             continue;
         }
         const OpenObject<KtDbObject> object(id, KtDb::kForNotify);
-        if (object && object->addReactor(this) == Orbx::eOk) {
-            objects_.insert(id);
-        } else {
-            isComplete_ = false;
+        if (!object || object->addReactor(this) != Orbx::eOk) {
+            objects_.erase(place);
+            areAllHeard = false;
         }
     }
     asked_ = std::move(objects);
+    isComplete_ = areAllHeard;
 }
 
 void TouchListener::forget() {
@@ -43,16 +46,24 @@ void TouchListener::forget() {
     touchedObjects_.clear();
 }
 
-void TouchListener::openedForModify(const KtDbObject* object) {
+/// Nothing may leave a notification: what cannot be noted for want of memory could be anything.
+void TouchListener::note(const KtDbObject* object) {
     touched_ = true;
-    touchedObjects_.insert(object->objectId());
+    try {
+        touchedObjects_.insert(object->objectId());
+    } catch (const std::bad_alloc&) {
+        isComplete_ = false;
+    }
+}
+
+void TouchListener::openedForModify(const KtDbObject* object) {
+    note(object);
 }
 
 /// What lies in a record is heard on its own account.
 void TouchListener::subObjectModified(const KtDbObject* object, const KtDbObject* subObject) {
     if (subObject->isKindOf(KtDbAttribute::desc())) {
-        touched_ = true;
-        touchedObjects_.insert(object->objectId());
+        note(object);
     }
 }
 

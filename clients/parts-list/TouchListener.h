@@ -30,7 +30,7 @@ public:
     /// Which of them, since `forget`.
     const std::unordered_set<KtDbObjectId>& touched() const { return touchedObjects_; }
 
-    /// False while one of them could not be listened to.
+    /// False while one of them cannot be listened to, and when a touch could not be noted.
     bool isComplete() const { return isComplete_; }
 
     void forget();
@@ -40,6 +40,8 @@ public:
     void goodbye(const KtDbObject* object) override;
 
 private:
+    void note(const KtDbObject* object);
+
     std::unordered_set<KtDbObjectId> objects_;
     std::vector<KtDbObjectId> asked_; // for the last time
     bool isComplete_ = false;         // all of them are heard

@@ -96,7 +96,9 @@ Orbx::ErrorStatus KtDxBlock::init(KtDxBlocks* owner, const KtDbBlockTableRecord*
     ++owner_->marks().needsUpdate; // borne from the start
     blockId_ = record->objectId();
     try {
-        recordIds_.setPhysicalLength(1); // most blocks have no further ones
+        if (recordIds_.isEmpty()) {
+            recordIds_.setPhysicalLength(1); // most blocks have no further ones
+        }
         recordIds_.append(blockId_);
         if (isDynamicDefinition(record)) {
             findRepresentations();

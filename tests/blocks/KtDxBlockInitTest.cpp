@@ -215,13 +215,15 @@ TEST_F(BlockInit, AgainItRecordsWhatItHadRecorded) {
 
 TEST_F(BlockInit, AgainItStartsAnewButForItsRecords) {
     const KtDbObjectId pump = edit_.define(L"pump");
+    const KtDbObjectId representation = edit_.anonymous();
     KtDxBlock& block = monitor(valve_);
+    must(block.update(representation));
     block.addCallback(client_.at(0));
     const OpenedObject<KtDbBlockTableRecord> opened(pump, KtDb::kForRead);
     EXPECT_EQ(block.init(owner_.get(), opened.get()), Orbx::eOk);
     EXPECT_EQ(block.blockId(), pump);
     EXPECT_TRUE(block.callbacks()->empty());
-    EXPECT_EQ(toIds(block.recordIds()), (Ids{valve_, pump}));
+    EXPECT_EQ(toIds(block.recordIds()), (Ids{valve_, representation, pump}));
 }
 
 } // namespace

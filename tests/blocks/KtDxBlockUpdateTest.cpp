@@ -89,6 +89,10 @@ TEST_F(BlockUpdate, AmongManyOneThatDoesNotOpenIsLeftOut) {
     KtDxBlock& block = *monitorIn(*owner_, valve_);
     must(block.refresh());
     EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), references}}));
+    const OpenedObject<KtDbBlockReference> held(missed, KtDb::kForWrite);
+    must(block.refresh());
+    references.erase(references.begin() + 10);
+    EXPECT_EQ(recordedOf(block), (Recorded{{edit_.modelSpace(), references}}));
 }
 
 TEST_F(BlockUpdate, ARecordStaysAddedWhenTheRescanFails) {

@@ -151,9 +151,13 @@ TEST_F(UnusualBlock, ArraysOfABlockBeginSmallAndGrowByEight) {
     KtDxBlock& block = enabledMonitor(valve_);
     KtDbObjectIdArray& references = *block.references()->at(edit_.modelSpace());
     EXPECT_EQ(references.physicalLength(), 2U);
-    EXPECT_EQ(references.growLength(), 8U);
+    edit_.insert(valve_);
+    edit_.insert(valve_);
+    must(block.refresh());
+    EXPECT_EQ(references.physicalLength(), 10U);
     EXPECT_EQ(block.recordIds().physicalLength(), 1U);
-    EXPECT_EQ(block.recordIds().growLength(), 8U);
+    must(block.update(edit_.anonymous()));
+    EXPECT_EQ(block.recordIds().physicalLength(), 9U);
 }
 
 /// There are too many of them for room that is not needed.

@@ -132,6 +132,28 @@ TEST_F(UnheardObjects, AReferenceThatCouldNotBeListenedToIsReadWithAnyOther) {
     }
 }
 
+/// Each call in its turn, while everything is read.
+TEST_F(UnheardObjects, WhatCouldNotBeReadForAMomentIsReadAtTheNextEdit) {
+    run("insert R 2,2 Reference=R2 Value=1k");
+    run("insert D 3,3 unit 1 Reference=D1");
+    run("xdata D1 KT_OCCURRENCES / D2 2");
+    run("parts by occurrence");
+    Faults& faults = Faults::instance();
+    for (const HostCall call : {HostCall::openObject, HostCall::getName, HostCall::attributeIterator,
+                                HostCall::getXData, HostCall::originalBlockTableRecord}) {
+        std::uint64_t calls = 0;
+        for (std::uint64_t k = 1; k == 1 || k <= calls; ++k) {
+            faults.reset();
+            faults.fail(call, k, Orbx::eOutOfRange);
+            failure("together \"redefine R\" \"set R1 Value 2k\"");
+            calls = faults.calls(call);
+            faults.reset();
+            run("set R2 Value " + std::to_string(k));
+            ASSERT_EQ(failure("parts check"), "") << "call " << static_cast<int>(call) << ", " << k;
+        }
+    }
+}
+
 TEST_F(UnheardObjects, NothingIsLeftBehind) {
     run("parts as table 9,9");
     run("insert R 1,1 in " + newRepresentation("2") + " Reference=R2");

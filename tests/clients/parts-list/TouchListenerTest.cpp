@@ -1,5 +1,7 @@
 #include "TouchListener.h"
 
+#include "OpenObject.h"
+
 #include "kthost/database/Attributes.h"
 #include "kthost/database/Database.h"
 #include "kthost/database/Definitions.h"
@@ -7,12 +9,17 @@
 #include "kthost/database/References.h"
 #include "kthost/documents/Host.h"
 #include "kthost/runtime/Faults.h"
+#include "tests/support/FailingAllocation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <memory>
+#include <new>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace parts {
 
@@ -132,6 +139,35 @@ TEST_F(TouchListening, IsNotCompleteWhenOneIsReleased) {
     ASSERT_EQ(kthost::eraseReference(*database_, reference_), Orbx::eOk);
     database_->releaseErased();
     EXPECT_FALSE(listener_->isComplete());
+}
+
+TEST_F(TouchListening, WithoutMemoryForATouchIsNotComplete) {
+    listener_->listenTo({reference_});
+    const OpenObject<KtDbObject> object(reference_);
+    {
+        const FailingAllocation none;
+        EXPECT_NO_THROW(listener_->openedForModify(object.get()));
+    }
+    EXPECT_TRUE(listener_->isTouched());
+    EXPECT_FALSE(listener_->isComplete());
+}
+
+TEST_F(TouchListening, WithoutMemoryForListeningLeavesNothingBehind) {
+    const std::vector<KtDbObjectId> objects{reference_, insert(), insert()};
+    bool hasFailed = true;
+    for (std::size_t k = 1; hasFailed; ++k) {
+        listener_.emplace();
+        std::vector<KtDbObjectId> asked = objects;
+        const FailingAllocation one(k);
+        try {
+            listener_->listenTo(std::move(asked));
+        } catch (const std::bad_alloc&) {
+            EXPECT_FALSE(listener_->isComplete()) << k;
+        }
+        hasFailed = one.hasFailed();
+        listener_.reset();
+        EXPECT_TRUE(kthost::attachedReactors().empty()) << k;
+    }
 }
 
 TEST_F(TouchListening, LeavesErasedOnesForLater) {

@@ -56,6 +56,13 @@ TEST_F(UpdateInsideUpdate, MayChangeTheListsThatTheOuterOneFollows) {
     EXPECT_EQ(recordedOf(block)[other_.record].size(), 9U);
 }
 
+TEST_F(UpdateInsideUpdate, EndsWhereSomebodyHasTakenAnArrayAwayInIt) {
+    KtDxBlock& block = monitorOfPipes();
+    DrawingEditor(**other_.database).insert(pipe_);
+    owner_.interrupt([this, &block] { block.references()->at(other_.record).reset(); });
+    EXPECT_EQ(block.refresh(), Orbx::eMissing);
+}
+
 TEST_F(UpdateInsideUpdate, ThenEnabledAndDisabledNothingIsHeardAnyMore) {
     DrawingEditor other(**other_.database);
     for (int i = 0; i < 70; ++i) { // more than one chunk of the attributes' map

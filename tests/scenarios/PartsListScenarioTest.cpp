@@ -60,10 +60,9 @@ TEST_F(PartsListScenario, AnEditHasOnlyItsReferenceReadAgain) {
 TEST_F(PartsListScenario, WhatWasReadBeforeSomethingWasInTheWayIsReadAgain) {
     run("parts R Q");
     run("set R1 Value 2k");
-    run("together \"define B\" \"insert R 1,1 in B Reference=R2 Value=1\" \"insert Q 1,1 in B Reference=Q1 "
-        "Value=1\""
-        " \"hold write Q1 Value\"");
-    run("together \"erase Q1\" \"set R1 Value 2\" \"set R2 Value 2\"");
+    run(R"(together "define B" "insert R 1,1 in B Reference=R2 Value=1")"
+        R"( "insert Q 1,1 in B Reference=Q1 Value=1" "hold write Q1 Value")");
+    run(R"(together "erase Q1" "set R1 Value 2" "set R2 Value 2")");
     EXPECT_EQ(failure("parts check"), "");
 }
 
@@ -73,9 +72,9 @@ TEST_F(PartsListScenario, WhatWasReadBeforeTheFileCouldNotBeWrittenIsReadAgain) 
     run("parts R to " + (folder / "list.csv").string());
     run("set R1 Value 2k");
     std::filesystem::rename(folder, folder_ / "away");
-    run("together \"define B\" \"insert R 1,1 in B Reference=R2 Value=1\"");
+    run(R"(together "define B" "insert R 1,1 in B Reference=R2 Value=1")");
     std::filesystem::rename(folder_ / "away", folder);
-    run("together \"set R1 Value 2\" \"set R2 Value 2\"");
+    run(R"(together "set R1 Value 2" "set R2 Value 2")");
     EXPECT_EQ(failure("parts check"), "");
 }
 
@@ -83,7 +82,7 @@ TEST_F(PartsListScenario, AReferenceEditedWithItsRecordHasTheOthersReadAgainToo)
     run("insert R 2,2 Reference=R2 Value=1k");
     run("parts R");
     run("set R1 Value 2k");
-    run("together \"rename R Resistor\" \"set R1 Value 3k\"");
+    run(R"(together "rename R Resistor" "set R1 Value 3k")");
     EXPECT_EQ(failure("parts check"), "");
 }
 

@@ -127,7 +127,7 @@ TEST_F(UnheardObjects, AReferenceThatCouldNotBeListenedToIsReadWithAnyOther) {
         run("insert R 2,2 Reference=" + fresh + " Value=1k");
         listenings = faults.calls(HostCall::addReactor);
         faults.reset();
-        run("together \"set R1 Value 2k\" \"set " + fresh + " Value 3k\"");
+        run(R"(together "set R1 Value 2k" "set )" + fresh + R"( Value 3k")");
         EXPECT_EQ(failure("parts check"), "") << k << " of " << listenings;
     }
 }
@@ -145,7 +145,7 @@ TEST_F(UnheardObjects, WhatCouldNotBeReadForAMomentIsReadAtTheNextEdit) {
         for (std::uint64_t k = 1; k == 1 || k <= calls; ++k) {
             faults.reset();
             faults.fail(call, k, Orbx::eOutOfRange);
-            failure("together \"redefine R\" \"set R1 Value 2k\"");
+            failure(R"(together "redefine R" "set R1 Value 2k")");
             calls = faults.calls(call);
             faults.reset();
             run("set R2 Value " + std::to_string(k));

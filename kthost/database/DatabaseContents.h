@@ -24,6 +24,7 @@ struct DatabaseContents {
 
     std::wstring name;
     std::uint32_t slot;
+    const Database* attachedTo = nullptr; ///< which outlives this; null for a document's own drawing
     KtDbObjectId blockTable;
     KtDbObjectId modelSpace; ///< null when there never was one
     bool recording = true;

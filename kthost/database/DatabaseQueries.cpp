@@ -26,6 +26,10 @@ KtDbObjectId recordByName(const Database& database, std::wstring_view name) {
     return peek<BlockTable>(database.contents().blockTable)->living(name);
 }
 
+const Database* attachedTo(const Database& database) {
+    return database.contents().attachedTo;
+}
+
 std::wstring_view recordName(KtDbObjectId record) {
     const auto* found = peek<BlockTableRecord>(record);
     return found == nullptr ? std::wstring_view() : std::wstring_view(found->fields().name);

@@ -12,6 +12,10 @@ namespace kthost {
 
 class Database;
 
+/// The drawing that this one was read for, as an attached one, whether or not it is attached still; null for
+/// any other.
+const Database* attachedTo(const Database& database);
+
 /// The object with that number, erased ones included; null when there is none or it is released.
 KtDbObjectId objectByHandle(const Database& database, std::uint64_t handle);
 /// 0 for an id that is not valid or whose database is closed.

@@ -55,11 +55,15 @@ Orbx::ErrorStatus appendDependents(DatabaseContents& contents, std::wstring_view
     return status;
 }
 
-std::shared_ptr<ExternalDrawing> load(const DrawingLoader& loader) {
+std::shared_ptr<ExternalDrawing> load(const DrawingLoader& loader, const Database& attachedTo) {
     auto drawing = std::make_shared<ExternalDrawing>();
     drawing->loader = loader;
     drawing->database = loader ? loader() : nullptr;
-    return drawing->database == nullptr ? nullptr : drawing;
+    if (drawing->database == nullptr) {
+        return nullptr;
+    }
+    drawing->database->contents().attachedTo = &attachedTo;
+    return drawing;
 }
 
 Orbx::ErrorStatus refusalOfDrawing(const DatabaseContents& contents, KtDbObjectId record) {
@@ -173,7 +177,7 @@ Orbx::ErrorStatus attachDrawing(Database& database, std::wstring_view name, cons
     }
     RecordState state;
     state.name = name;
-    state.drawing = load(loader);
+    state.drawing = load(loader, database);
     if (state.drawing == nullptr) {
         return Orbx::eFileAccess;
     }
@@ -227,7 +231,7 @@ Orbx::ErrorStatus reloadDrawing(Database& database, KtDbObjectId record, const D
         refusal != Orbx::eOk) {
         return refusal;
     }
-    const std::shared_ptr<ExternalDrawing> after = load(loader);
+    const std::shared_ptr<ExternalDrawing> after = load(loader, database);
     if (after == nullptr) {
         return Orbx::eFileAccess;
     }

@@ -1,5 +1,6 @@
 #include "kthost/documents/HostLeftovers.h"
 
+#include "kthost/database/Database.h"
 #include "kthost/database/DatabaseQueries.h"
 #include "kthost/database/OpenObjects.h"
 #include "kthost/documents/CommandRegistry.h"
@@ -58,8 +59,14 @@ void addEntries(const Dictionary& dictionary, const char* what, std::vector<Left
     }
 }
 
+/// An attached drawing goes with the document that it is attached to.
 bool isInOpenDocument(const DocumentManager& documents, KtDbObjectId id) {
-    return documents.documentOf(id.database()) != nullptr;
+    KtDbDatabase* const owner = id.database();
+    const Database* database = owner == nullptr ? nullptr : &hostDatabase(*owner);
+    while (database != nullptr && documents.documentOf(database) == nullptr) {
+        database = attachedTo(*database);
+    }
+    return database != nullptr;
 }
 
 } // namespace

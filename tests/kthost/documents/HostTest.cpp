@@ -1,5 +1,6 @@
 #include "kthost/documents/Host.h"
 
+#include "kthost/database/ExternalReferences.h"
 #include "kthost/database/OpenObjects.h"
 #include "kthost/documents/PrintSink.h"
 #include "kthost/runtime/Faults.h"
@@ -247,6 +248,30 @@ TEST(HostAudit, FindsReactorsLeftOnObjectsAtTheEnd) {
     ASSERT_EQ(table->addReactor(&reactor), Orbx::eOk);
     ASSERT_EQ(table->close(), Orbx::eOk);
     EXPECT_THAT(host.end().findings, ElementsAre(HasSubstr("reactor left on KtDbBlockTable 1")));
+}
+
+TEST(HostAudit, FindsReactorsLeftInAnAttachedDrawingWithTheDocumentThatItIsAttachedTo) {
+    class Reactor : public KtDbObjectReactor {
+    } reactor;
+
+    Database* attached = nullptr;
+    const auto load = [&attached] {
+        auto loaded = std::make_unique<Database>(L"attached");
+        attached = loaded.get();
+        return loaded;
+    };
+    Host host;
+    auto drawing = std::make_unique<Database>(L"plan");
+    KtDbObjectId record;
+    ASSERT_EQ(attachDrawing(*drawing, L"X1", load, record), Orbx::eOk);
+    KtDbObject* table = nullptr;
+    ASSERT_EQ(ktdbOpenObject(table, attached->blockTableId(), KtDb::kForNotify), Orbx::eOk);
+    ASSERT_EQ(table->addReactor(&reactor), Orbx::eOk);
+    ASSERT_EQ(table->close(), Orbx::eOk);
+    host.documents().create(L"plan", std::move(drawing));
+    host.documents().create(L"other", std::make_unique<Database>(L"other")); // closed first
+    EXPECT_THAT(host.end().findings,
+                ElementsAre(HasSubstr("after closing plan: reactor left on KtDbBlockTable 1")));
 }
 
 TEST(HostAudit, FindsWhateverIsLeftAtTheEnd) {

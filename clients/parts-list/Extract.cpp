@@ -24,23 +24,21 @@ bool isWanted(const PlacedReference& reference, const Selection& selection) {
                        });
 }
 
-using References = std::vector<const PlacedReference*>;
-
-References selectReferences(const Selection& selection, ReferenceReader& reader) {
-    References references = reader.read(withRepresentations(selection.definitions));
+PlacedReferences selectReferences(const Selection& selection, ReferenceReader& reader) {
+    PlacedReferences references = reader.read(withRepresentations(selection.definitions));
     std::erase_if(references,
                   [&](const PlacedReference* reference) { return !isWanted(*reference, selection); });
     return references;
 }
 
-bool comesBefore(const PlacedReference* left, const PlacedReference* right) {
+bool isListedBefore(const PlacedReference* left, const PlacedReference* right) {
     const std::strong_ordering order = naturalOrder(left->block, right->block);
     return std::is_neq(order) ? std::is_lt(order)
                               : std::tie(left->handle, left->id) < std::tie(right->handle, right->id);
 }
 
-PartsTable listReferences(References references, Containers& containers, const Selection& selection) {
-    std::sort(references.begin(), references.end(), comesBefore);
+PartsTable listReferences(PlacedReferences references, Containers& containers, const Selection& selection) {
+    std::sort(references.begin(), references.end(), isListedBefore);
     TableBuilder builder({L"Block", L"Container", L"Handle"});
     for (const PlacedReference* reference : references) {
         // Handles repeat between a drawing and those attached to it, ids do not.
@@ -101,7 +99,7 @@ PartsTable listComponents(const std::vector<Occurrence>& occurrences, const Sele
 
 PartsTable extractParts(const KtDbDatabase& database, const Selection& selection, ReferenceReader& reader) {
     Containers containers(database);
-    References references = selectReferences(selection, reader);
+    PlacedReferences references = selectReferences(selection, reader);
     if (selection.kind == RowKind::reference) {
         return listReferences(std::move(references), containers, selection);
     }

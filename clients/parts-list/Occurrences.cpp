@@ -48,8 +48,8 @@ bool comesBefore(const Occurrence& left, const Occurrence& right) {
 
 } // namespace
 
-std::vector<Occurrence> findOccurrences(const std::vector<const PlacedReference*>& references,
-                                        const Containers& containers, OccurrencePaths& paths) {
+std::vector<Occurrence> findOccurrences(const PlacedReferences& references, const Containers& containers,
+                                        OccurrencePaths& paths) {
     std::vector<Occurrence> occurrences;
     occurrences.reserve(references.size());
     for (const PlacedReference* reference : references) {

@@ -18,7 +18,7 @@ struct Occurrence {
 /// All occurrences of the references, in the natural order of their designators, those of one designator by
 /// unit, path and handle. An occurrence that the drawing gives no designator has that of the reference's own
 /// attribute "Reference". The references must outlive the result. Throws what OccurrencePaths throws.
-std::vector<Occurrence> findOccurrences(const std::vector<const PlacedReference*>& references,
-                                        const Containers& containers, OccurrencePaths& paths);
+std::vector<Occurrence> findOccurrences(const PlacedReferences& references, const Containers& containers,
+                                        OccurrencePaths& paths);
 
 } // namespace parts

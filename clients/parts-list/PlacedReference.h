@@ -31,6 +31,9 @@ struct PlacedReference {
     std::vector<Designation> designations;
 };
 
+/// None is null, and somebody else keeps them.
+using PlacedReferences = std::vector<const PlacedReference*>;
+
 /// Text of the first attribute with that tag; empty when there is none.
 std::wstring_view attributeText(const PlacedReference& reference, std::wstring_view tag);
 

@@ -81,8 +81,8 @@ KtArray<KtDbObjectId> directReferences(KtDbObjectId record) {
 
 } // namespace
 
-std::vector<const PlacedReference*> ReferenceReader::read(const std::vector<KtDbObjectId>& records) {
-    std::vector<const PlacedReference*> references;
+PlacedReferences ReferenceReader::read(const std::vector<KtDbObjectId>& records) {
+    PlacedReferences references;
     references.reserve(known_.size());
     BlockNames names;
     for (const KtDbObjectId record : records) {
@@ -124,7 +124,7 @@ ReferenceReader::Known ReferenceReader::read(const KtDbBlockReference& reference
 }
 
 /// No record lists a reference twice, so most of the time there are no others.
-void ReferenceReader::forgetOthersThan(const std::vector<const PlacedReference*>& listed) {
+void ReferenceReader::forgetOthersThan(const PlacedReferences& listed) {
     if (listed.size() == known_.size()) {
         return;
     }

@@ -22,7 +22,7 @@ public:
     /// References in a container that is itself erased are left out. Takes time proportional to what is
     /// listed, and opens only what it does not know. They stay until the next call, of any kind. Throws
     /// InUse.
-    std::vector<const PlacedReference*> read(const std::vector<KtDbObjectId>& records);
+    PlacedReferences read(const std::vector<KtDbObjectId>& records);
 
     /// False when it does not know it.
     bool forget(KtDbObjectId reference) { return known_.erase(reference) != 0; }
@@ -37,7 +37,7 @@ private:
 
     const PlacedReference* find(KtDbObjectId reference, BlockNames& names);
     static Known read(const KtDbBlockReference& reference, BlockNames& names);
-    void forgetOthersThan(const std::vector<const PlacedReference*>& listed);
+    void forgetOthersThan(const PlacedReferences& listed);
 
     std::unordered_map<KtDbObjectId, Known> known_;
 };

@@ -74,7 +74,7 @@ protected:
 TEST_F(ReadReferences, GivesThemRecordByRecord) {
     KtDbObjectId other;
     ASSERT_EQ(kthost::addDefinition(database_, L"C", other), Orbx::eOk);
-    const std::vector<const PlacedReference*> references = reader_.read({other, definition_});
+    const PlacedReferences references = reader_.read({other, definition_});
     ASSERT_EQ(references.size(), 2U);
     EXPECT_EQ(references[0]->id, first_);
     EXPECT_EQ(references[1]->id, second_);

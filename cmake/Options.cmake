@@ -7,7 +7,6 @@ endif()
 option(KTDX_WERROR "Treat warnings as errors" ${ktdx_werror_default})
 option(KTDX_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 option(KTDX_FUZZ "Build the fuzz targets, and everything so that they can follow it; needs clang" OFF)
-option(KTDX_BENCH "Build the measurements; needs the benchmark library" OFF)
 
 # Every target of the project links this: the same warnings everywhere, tests included.
 add_library(ktdx_warnings INTERFACE)

@@ -17,8 +17,9 @@ run_bench() {
     ;;
   esac
   require "$needs_to_build$needs_to_bench"
-  build bench ktdx_bench
-  "$folder/bin/ktdx_bench" "$@" --drawings "${KTDX_DRAWINGS:-samples}" --json "$folder/figures.json" 2>"$folder/bench.log" || {
+  build release ktdx_bench
+  mkdir -p "$folder"
+  build/release/bin/ktdx_bench "$@" --drawings "${KTDX_DRAWINGS:-samples}" --json "$folder/figures.json" 2>"$folder/bench.log" || {
     tail -n 20 "$folder/bench.log" >&2
     return 1
   }

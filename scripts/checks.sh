@@ -24,40 +24,8 @@ check_platform_walls() {
   fi
 }
 
-# The static analyzer goes by single sources: of several at a time it follows fewer paths. The tests do without it
-# (tests/.clang-tidy). All else is checked ten sources at a time, since most of its work is to read the library.
 check_tidy() {
-  cmake --preset bench >/dev/null
   cmake --preset tidy >/dev/null
-  cp tests/.clang-tidy build/tidy/tests/
-  files_built_by build/bench src kthost clients samples tools bench | run_tidy build/bench "$one_by_one"
-  units_of build/tidy | run_tidy build/tidy '-clang-analyzer-*,-bugprone-suspicious-include'
-}
-
-# Of what .clang-tidy asks for, the analyzer and what looks at the main file only.
-one_by_one='-bugprone-*,-cppcoreguidelines-*,-misc-*,-modernize-*,-performance-*,-portability-*,-readability-*,-clang-diagnostic-*,misc-unused-*-decls'
-
-# run_tidy BUILD CHECKS: over what comes with a zero behind each.
-run_tidy() {
-  xargs -0 -n 1 -P "$(nproc)" clang-tidy-14 --quiet -p "$1" "--checks=$2" 2> >(without_counts)
-}
-
-# units_of BUILD: what the compile database there has compiled, each with a zero behind it.
-units_of() {
-  sed -n 's/^ *"file": "\(.*\)"$/\1/p' "$1/compile_commands.json" | tr '\n' '\0'
-}
-
-# files_built_by BUILD FOLDER...: those of our sources that the compile database there names, each with a zero behind it.
-files_built_by() {
-  local database=$1/compile_commands.json
-  shift
-  git ls-files -- "${@/%//*.cpp}" | while read -r file; do
-    if grep -qF "\"file\": \"$PWD/$file\"" "$database"; then
-      printf '%s\0' "$file"
-    fi
-  done
-}
-
-without_counts() {
-  grep -vE 'warnings? generated' >&2 || true
+  cp tests/.clang-tidy build/tidy/tests/ # a bundle goes by the settings beside it
+  python3 scripts/tidy.py build/tidy
 }

@@ -91,7 +91,7 @@ void edit(Round& round, Scene& scene) {
 }
 
 template <class Scene>
-double elementsOf(const Scene& scene) {
+double referencesOf(const Scene& scene) {
     return static_cast<double>(scene.size());
 }
 
@@ -99,8 +99,8 @@ template <class Scene>
 void planLists(Plan& plan, Family<Scene> family, const char* elsewhere, const char* listed,
                std::size_t (*commands)(std::size_t)) {
     family.workloads = {
-        {elsewhere, "reference", &edit<Scene, false>, commands, &elementsOf<Scene>, nullptr},
-        {listed, "reference", &edit<Scene, true>, commands, &elementsOf<Scene>, nullptr},
+        {elsewhere, "reference", &edit<Scene, false>, commands, &referencesOf<Scene>, nullptr},
+        {listed, "reference", &edit<Scene, true>, commands, &referencesOf<Scene>, nullptr},
     };
     plan.add(family);
 }

@@ -142,7 +142,7 @@ void write(Round& round, Scene& scene) {
 }
 
 template <class Scene>
-double elementsOf(const Scene& scene) {
+double entriesOf(const Scene& scene) {
     return static_cast<double>(scene.size());
 }
 
@@ -164,8 +164,8 @@ void planScene(Plan& plan, const char* family, Scale scale, const char* reading,
         planned.sizes.pop_back();
     }
     planned.workloads = {
-        {reading, "entry", &read<Scene>, &passesFor, &elementsOf<Scene>, nullptr},
-        {writing, "entry", &write<Scene>, &onePass, &elementsOf<Scene>, isMeasured},
+        {reading, "entry", &read<Scene>, &passesFor, &entriesOf<Scene>, nullptr},
+        {writing, "entry", &write<Scene>, &onePass, &entriesOf<Scene>, isMeasured},
     };
     plan.add(planned);
 }

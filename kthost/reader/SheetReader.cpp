@@ -37,11 +37,11 @@ void readPage(SexprCursor& in, std::vector<SheetPage>& pages) {
     pages.push_back(std::move(page));
 }
 
-constexpr SexprField<std::vector<SheetPage>> kProjectFields[] = {{"path", readPage}};
+constexpr SexprField<std::vector<SheetPage>> kPageProjectFields[] = {{"path", readPage}};
 
-constexpr SexprField<std::vector<SheetPage>> kInstancesFields[] = {
+constexpr SexprField<std::vector<SheetPage>> kPageInstancesFields[] = {
     {"project", [](SexprCursor& in, std::vector<SheetPage>& pages) {
-         in.readFields<std::vector<SheetPage>>(pages, kProjectFields);
+         in.readFields<std::vector<SheetPage>>(pages, kPageProjectFields);
      }}};
 
 constexpr SexprField<SheetSymbol> kSheetFields[] = {
@@ -51,7 +51,7 @@ constexpr SexprField<SheetSymbol> kSheetFields[] = {
     {"uuid", [](SexprCursor& in, SheetSymbol& sheet) { sheet.uuid = in.text("a uuid"); }},
     {"instances",
      [](SexprCursor& in, SheetSymbol& sheet) {
-         in.readFields<std::vector<SheetPage>>(sheet.pages, kInstancesFields);
+         in.readFields<std::vector<SheetPage>>(sheet.pages, kPageInstancesFields);
      }},
 };
 

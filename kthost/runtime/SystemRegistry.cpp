@@ -1,5 +1,8 @@
 #include "kthost/runtime/SystemRegistry.h"
 
+#include <memory>
+#include <tuple>
+
 namespace kthost {
 
 namespace {
@@ -9,7 +12,10 @@ SystemRegistry* currentRegistry = nullptr;
 } // namespace
 
 SystemRegistry::SystemRegistry() {
-    root_.add(kServiceDictionaryKey, new Dictionary);
+    auto services = std::make_unique<Dictionary>();
+    if (root_.add(kServiceDictionaryKey, services.get())) {
+        std::ignore = services.release(); // the root's now
+    }
     currentRegistry = this;
 }
 

@@ -1,5 +1,6 @@
 #include <ExclusiveFile.h>
 
+#include "tests/legacy/OpenError.h"
 #include "tests/legacy/TempFile.h"
 
 #include <gtest/gtest.h>
@@ -10,11 +11,6 @@
 #include <string>
 
 namespace {
-
-std::error_code openError(const std::filesystem::path& path) {
-    ExclusiveFile file;
-    return file.open(path);
-}
 
 TEST(ExclusiveFile, OpensAFileThatNobodyHolds) {
     EXPECT_FALSE(openError(TempFile("abc").path()));

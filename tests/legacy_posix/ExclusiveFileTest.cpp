@@ -1,5 +1,6 @@
 #include <ExclusiveFile.h>
 
+#include "tests/legacy/OpenError.h"
 #include "tests/legacy/TempFile.h"
 
 #include <gtest/gtest.h>
@@ -66,11 +67,6 @@ private:
     int end_ = -1;
     int status_ = 0;
 };
-
-std::error_code openError(const std::filesystem::path& path) {
-    ExclusiveFile file;
-    return file.open(path);
-}
 
 /// The result of trying to open a file without waiting for whoever holds it.
 int openNow(const std::filesystem::path& path, int mode) {

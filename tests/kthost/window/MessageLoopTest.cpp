@@ -23,11 +23,11 @@ std::string numberOf(const MSG& message) {
 }
 
 std::vector<std::string> seen;
-std::string runningInside;
+std::string filterRanInside;
 
 bool pass(MSG* message) {
     seen.push_back("pass " + numberOf(*message));
-    runningInside = ModuleCodeScope::innermost()->text();
+    filterRanInside = ModuleCodeScope::innermost()->text();
     return false;
 }
 
@@ -194,7 +194,7 @@ TEST_F(Loop, CountsAFilterAsRunningModuleCode) {
     ktedRegisterFilterWinMsg(pass);
     post(1);
     loop.pump();
-    EXPECT_EQ(runningInside, "a message filter");
+    EXPECT_EQ(filterRanInside, "a message filter");
     EXPECT_EQ(ModuleCodeScope::innermost(), nullptr);
 }
 

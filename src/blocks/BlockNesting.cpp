@@ -11,7 +11,7 @@ void BlockNesting::update(const BlockMonitors& monitors) {
     }
     const std::uint64_t containersStamp = findSources(monitors);
     if (monitorsStamp_ != monitors.changeStamp() || containersStamp_ != containersStamp) {
-        monitorsStamp_ = ~std::uint64_t{0}; // until it is drawn
+        monitorsStamp_ = kNoChangeStamp; // until it is drawn
         draw();
         monitorsStamp_ = monitors.changeStamp();
         containersStamp_ = containersStamp;
@@ -30,7 +30,9 @@ std::uint64_t BlockNesting::findSources(const BlockMonitors& monitors) {
             break;
         }
         const KtDxBlock::References* references = monitor->references();
-        greatest = std::max(greatest, references == nullptr ? 0 : references->changeStamp());
+        if (references != nullptr) {
+            greatest = std::max(greatest, references->changeStamp());
+        }
         sources_.push_back({monitor, references});
     }
     isComplete_ = sources_.size() == monitors.size();

@@ -59,9 +59,9 @@ private:
     IdNumbers ids_;                          // of containers and blocks
     std::vector<std::uint32_t> firstPlaced_; // by container's number, in `placed_`; one more at the end
     std::vector<std::uint32_t> placed_;      // numbers of blocks
-    std::uint64_t looked_ = ~std::uint64_t{0}; // the last of all stamps when the monitors were asked
-    std::uint64_t monitorsStamp_ = ~std::uint64_t{0};
-    std::uint64_t containersStamp_ = 0; // the greatest of all monitors'
+    std::uint64_t looked_ = kNoChangeStamp;  // the last of all stamps when the monitors were asked
+    std::uint64_t monitorsStamp_ = kNoChangeStamp;
+    std::uint64_t containersStamp_ = kNoChangeStamp; // the greatest of all monitors'
     bool isComplete_ = true;
     bool isKept_ = false;
 };

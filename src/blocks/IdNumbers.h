@@ -4,13 +4,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 /// Numbers ids 0, 1, 2, ... in the order in which they are entered, and finds the number of one in constant
 /// time. Keeps its room when it is started afresh, which costs no more than the ids that are then entered.
 class IdNumbers {
 public:
-    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+    static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
     /// Forgets all; `expected` ids can then be entered without further memory. Throws std::bad_alloc.
     void start(std::size_t expected);

@@ -68,17 +68,16 @@ Orbx::ErrorStatus KtDxBlock::create(KtDxBlocks* owner, const KtDbBlockTableRecor
     if (block == nullptr) {
         return Orbx::eMissing;
     }
-    Orbx::ErrorStatus status = Orbx::eMissing;
     try {
-        status = block->init(owner, record);
+        const Orbx::ErrorStatus status = block->init(owner, record);
+        if (status != Orbx::eOk) {
+            giveUp(owner, block);
+        }
+        return status;
     } catch (...) { // the host's; it passes through
         giveUp(owner, block);
         throw;
     }
-    if (status != Orbx::eOk) {
-        giveUp(owner, block);
-    }
-    return status;
 }
 
 KtDxBlock::~KtDxBlock() {

@@ -136,9 +136,10 @@ private:
     static void giveUp(KtDxBlocks* owner, std::unique_ptr<KtDxBlock>& block);
     void attachReferences(bool attach);
     Orbx::ErrorStatus attachRecords(bool attach);
-    void leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why);
+    void leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus refusal);
     void letGo(const KtDbObject* object);
-    void leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why);
+    void leaveBehind(KtDbObjectId object, Orbx::ErrorStatus refusal);
+    void leaveBehind(KtDbObjectId object);
     void leaveBehind(IdVector&& objects);
     void letGoOfLeftBehind();
 

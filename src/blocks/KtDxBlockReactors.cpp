@@ -22,7 +22,7 @@
 /// when a host's call leads back here.
 class KtDxBlock::AttributeArray {
 public:
-    AttributeArray(Attributes& all, KtDbObjectId reference) : all_(all), reference_(reference) { look(); }
+    AttributeArray(Attributes& all, KtDbObjectId reference) : all_(all), reference_(reference) {}
 
     /// Null when there is none.
     KtDbObjectIdArray* find() {
@@ -50,7 +50,7 @@ private:
     Attributes& all_;
     KtDbObjectId reference_;
     KtDbObjectIdArray* array_ = nullptr;
-    std::uint64_t stamp_ = 0;
+    std::uint64_t stamp_ = kNoChangeStamp;
 };
 
 Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
@@ -74,8 +74,7 @@ Orbx::ErrorStatus KtDxBlock::setEnabled(bool enable) {
 }
 
 /// References come container by container, and so in no order of their ids. Entries that are made beforehand,
-/// in ascending order, lie without gaps. Should there be no memory for that, or no order of the references to
-/// go by, they are made one by one.
+/// in ascending order, lie without gaps.
 void KtDxBlock::makeRoomForAttributes() {
     if (!attributesByReference_.empty() || !recordedOrder_.isOf(referencesByContainer_)) {
         return;
@@ -85,7 +84,7 @@ void KtDxBlock::makeRoomForAttributes() {
             return Attributes::value_type(recordedOrder_.referenceAt(index), KtDbObjectIdArray(0, 8));
         });
     } catch (const std::bad_alloc&) {
-        return;
+        // They are made one by one, as they are without an order of the references to go by.
     }
 }
 
@@ -130,10 +129,10 @@ Orbx::ErrorStatus KtDxBlock::attachRecords(bool attach) {
 }
 
 /// The first of them has refused; those behind it are not even asked.
-void KtDxBlock::leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus why) {
-    leaveBehind(recordIds_[first], why);
+void KtDxBlock::leaveRecordsBehind(std::size_t first, Orbx::ErrorStatus refusal) {
+    leaveBehind(recordIds_[first], refusal);
     for (std::size_t i = first + 1; i < recordIds_.length(); ++i) {
-        leaveBehind(recordIds_[i], Orbx::eOk);
+        leaveBehind(recordIds_[i]);
     }
 }
 
@@ -247,11 +246,15 @@ void KtDxBlock::letGo(const KtDbObject* object) {
     }
 }
 
-/// Remembers an object that may still hold this reactor. A released one has said goodbye.
-void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
-    if (why == Orbx::eObjectReleased) {
-        return;
+/// Of an object that the host has refused. A released one has said goodbye.
+void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus refusal) {
+    if (refusal != Orbx::eObjectReleased) {
+        leaveBehind(object);
     }
+}
+
+/// Remembers an object that may still hold this reactor.
+void KtDxBlock::leaveBehind(KtDbObjectId object) {
     try {
         if (leftBehind_.size() == leftBehind_.capacity()) {
             sortUnique(leftBehind_); // what is refused again and again must not pile up
@@ -259,7 +262,6 @@ void KtDxBlock::leaveBehind(KtDbObjectId object, Orbx::ErrorStatus why) {
         leftBehind_.push_back(object);
     } catch (const std::bad_alloc&) {
         // Two refusals at once: the object keeps a reactor that must not be remembered.
-        return;
     }
 }
 
@@ -269,7 +271,7 @@ void KtDxBlock::leaveBehind(IdVector&& objects) {
         return;
     }
     for (const KtDbObjectId object : objects) {
-        leaveBehind(object, Orbx::eOk);
+        leaveBehind(object);
     }
 }
 

@@ -43,11 +43,8 @@ KtDxBlocks::~KtDxBlocks() {
 
 Orbx::ErrorStatus KtDxBlocks::attachDocument(KtDxDocument* document) {
     reset();
-    if (document == nullptr) {
-        return Orbx::eMissing;
-    }
     document_ = document;
-    const KtDbDatabase* drawing = database();
+    const KtDbDatabase* drawing = database(); // null without a document, too
     if (drawing == nullptr) {
         return Orbx::eMissing;
     }

@@ -168,6 +168,7 @@ private:
     BlockNesting nesting_;    // up to date only while it is asked
     RescanRoom rescanRoom_;
     Marks marks_;
-    std::uint64_t emptyEntryStamp_ = 0; // of the monitors when they were last looked over for an empty entry
+    std::uint64_t emptyEntryStamp_ =
+        kNoChangeStamp; // of the monitors when they were last looked over for an empty entry
     bool hasEmptyEntry_ = false;
 };

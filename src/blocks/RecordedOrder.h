@@ -20,7 +20,7 @@ public:
     void settle(const RecordedReferences& references) { stamp_ = references.changeStamp(); }
 
     /// Says that it does not, until it is settled.
-    void unsettle() { stamp_ = kNone; }
+    void unsettle() { stamp_ = kNoChangeStamp; }
 
     std::size_t size() const { return places_.length(); }
 
@@ -51,8 +51,6 @@ public:
     void cut(std::size_t size) { places_.setLogicalLength(size); }
 
 private:
-    static constexpr std::uint64_t kNone = ~std::uint64_t{0};
-
     struct Place {
         KtDbObjectId reference;
         KtDbObjectId container;

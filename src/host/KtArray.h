@@ -77,9 +77,6 @@ public:
 
     void append(const KtArray& other) {
         const std::size_t count = other.length_;
-        if (count == 0) {
-            return;
-        }
         growFor(count);
         std::copy_n(other.elements_, count, elements_ + length_);
         length_ += static_cast<std::uint32_t>(count);

@@ -2,15 +2,11 @@
 
 #include "legacy/ArchiveReader.h"
 #include "legacy/ArchiveWriter.h"
+#include "legacy/AttributeCount.h"
 #include "legacy/CArchive.h"
 #include "legacy/CEattUtil.h"
 
-#include <algorithm>
-
 namespace {
-
-/// What an attribute takes in a file at least, unless its tag is in 8-bit characters.
-constexpr std::uint64_t kUsualAttributeBytes = 7;
 
 std::unique_ptr<CObject> createBlockInfo() {
     return std::make_unique<CEattBlockInfo>();
@@ -58,10 +54,8 @@ void CEattBlockInfo::load(ArchiveReader& reader) {
     reader.place.field = "block flag";
     m_bSelected = reader.readByte() != 0;
     reader.place.field = "attribute count";
-    const auto count = static_cast<std::uint64_t>(std::max(reader.readInt32(), 0));
-    // A count may lie, but what remains of the file does not.
-    m_mapAttributes.reserve(
-        static_cast<std::size_t>(std::min(count, reader.remaining() / kUsualAttributeBytes)));
+    const std::uint64_t count = readAttributeCount(reader);
+    m_mapAttributes.reserve(attributesToExpect(count, reader));
     for (std::uint64_t i = 0; i < count; ++i) {
         reader.place.attribute = i;
         loadAttribute(reader);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cwchar>
+#include <span>
 
 namespace {
 
@@ -14,22 +15,21 @@ constexpr std::size_t kSlice = 256;
 
 /// What of some bytes is text.
 struct Converted {
-    std::array<wchar_t, kSlice> text{};
-    std::size_t length = 0;
-    std::size_t bytesUsed = 0;
-    bool complete = false; ///< no character is cut off at the end
+    std::span<const wchar_t> text;
+    std::size_t bytesUsed;
+    bool complete; ///< no character is cut off at the end
 };
 
-/// At most `limit` characters.
-void convert(std::string_view bytes, const Encoding& encoding, std::size_t limit, Converted& converted) {
+/// At most as many characters as there is room for.
+Converted convert(std::string_view bytes, const Encoding& encoding, std::span<wchar_t> room) {
     std::mbstate_t state{};
     const char* next = bytes.data();
-    wchar_t* end = converted.text.data();
-    const auto result = encoding.in(state, bytes.data(), bytes.data() + bytes.size(), next,
-                                    converted.text.data(), converted.text.data() + limit, end);
-    converted.length = static_cast<std::size_t>(end - converted.text.data());
-    converted.bytesUsed = static_cast<std::size_t>(next - bytes.data());
-    converted.complete = result == Encoding::error || std::mbsinit(&state) != 0;
+    wchar_t* end = room.data();
+    const auto result = encoding.in(state, bytes.data(), bytes.data() + bytes.size(), next, room.data(),
+                                    room.data() + room.size(), end);
+    return {{room.data(), end},
+            static_cast<std::size_t>(next - bytes.data()),
+            result == Encoding::error || std::mbsinit(&state) != 0};
 }
 
 bool isBeyondUnicode(char32_t character) {
@@ -38,26 +38,27 @@ bool isBeyondUnicode(char32_t character) {
 
 /// Some facets still know the old forms of UTF-8 with up to six bytes. What these say cannot be written
 /// again, so it is no text: the conversion is repeated up to the first of them.
-void cutBeyondUnicode(std::string_view bytes, const Encoding& encoding, Converted& converted) {
-    const auto* const begin = converted.text.data();
-    const auto* const end = begin + converted.length;
-    const auto* const found = std::find_if(
-        begin, end, [](wchar_t character) { return isBeyondUnicode(static_cast<char32_t>(character)); });
-    if (found != end) {
-        convert(bytes, encoding, static_cast<std::size_t>(found - begin), converted);
-    }
+Converted cutBeyondUnicode(const Converted& converted, std::string_view bytes, const Encoding& encoding,
+                           std::span<wchar_t> room) {
+    const auto found = std::find_if(converted.text.begin(), converted.text.end(), [](wchar_t character) {
+        return isBeyondUnicode(static_cast<char32_t>(character));
+    });
+    return found == converted.text.end()
+               ? converted
+               : convert(bytes, encoding,
+                         room.first(static_cast<std::size_t>(found - converted.text.begin())));
 }
 
 /// Appends what of the front of `bytes` is text; the number of bytes used. A character that is cut off counts
 /// as used by the facet, so it is left out by giving less.
 std::size_t appendText(std::string_view bytes, const Encoding& encoding, std::wstring& text) {
-    Converted converted;
+    std::array<wchar_t, kSlice> room{};
     for (; !bytes.empty(); bytes.remove_suffix(1)) {
-        convert(bytes, encoding, kSlice, converted);
+        const Converted converted = convert(bytes, encoding, room);
         if (converted.complete) {
-            cutBeyondUnicode(bytes, encoding, converted);
-            text.append(converted.text.data(), converted.length);
-            return converted.bytesUsed;
+            const Converted valid = cutBeyondUnicode(converted, bytes, encoding, room);
+            text.append(valid.text.begin(), valid.text.end());
+            return valid.bytesUsed;
         }
     }
     return 0;

@@ -1,6 +1,7 @@
 #include "legacy/SelectedTexts.h"
 
 #include "legacy/ArchiveReader.h"
+#include "legacy/AttributeCount.h"
 #include "legacy/CEattBlockInfo.h"
 #include "legacy/ObjectLoader.h"
 #include "legacy/TagHash.h"
@@ -13,13 +14,6 @@
 #include <string>
 
 namespace {
-
-/// What an attribute takes in a file at least, unless its tag is in 8-bit characters.
-constexpr std::uint64_t kUsualAttributeBytes = 7;
-
-std::uint64_t readAttributeCount(ArchiveReader& reader) {
-    return static_cast<std::uint64_t>(std::max(reader.readInt32(), 0));
-}
 
 void skipAttributes(ArchiveReader& reader) {
     std::string_view tag;
@@ -87,8 +81,7 @@ void SelectedTexts::readBlock(ArchiveReader& reader) {
 
 void SelectedTexts::readAttributes(ArchiveReader& reader) {
     const std::uint64_t count = readAttributeCount(reader);
-    // A count may lie, but what remains of the file does not.
-    const auto most = static_cast<std::size_t>(std::min(count, reader.remaining() / kUsualAttributeBytes));
+    const std::size_t most = attributesToExpect(count, reader);
     tags_.reserve(most);
     listed_.reserve(listed_.empty() ? most : listed_.capacity());
     std::string_view tag;

@@ -38,14 +38,13 @@ void TextTable::growSlots(unsigned bits) {
     const std::size_t mask = grown.size() - 1;
     const unsigned shift = kPlaceBits - bits;
     for (const Slot& slot : slots_) {
-        if (slot.number == kFree) {
-            continue;
+        if (slot.number != kFree) {
+            std::size_t i = slot.place >> shift;
+            while (grown[i].number != kFree) {
+                i = (i + 1) & mask;
+            }
+            grown[i] = slot;
         }
-        std::size_t i = slot.place >> shift;
-        while (grown[i].number != kFree) {
-            i = (i + 1) & mask;
-        }
-        grown[i] = slot;
     }
     slots_ = std::move(grown);
     shift_ = shift;

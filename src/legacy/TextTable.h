@@ -49,14 +49,14 @@ public:
 
 private:
     struct Text {
-        const char* begin = nullptr;
-        std::size_t length = 0;
-        std::uint64_t mark = 0;
+        const char* begin;
+        std::size_t length;
+        std::uint64_t mark;
     };
 
     /// A number, and the half of its text's hash that says where it should be.
     struct Slot {
-        std::uint32_t place = 0;
+        std::uint32_t place;
         std::uint32_t number = kFree;
     };
 

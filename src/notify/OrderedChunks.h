@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
+#include <limits>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -19,6 +20,9 @@ inline std::uint64_t& lastChangeStamp() {
 inline std::uint64_t nextChangeStamp() {
     return ++lastChangeStamp();
 }
+
+/// One that is never given.
+inline constexpr std::uint64_t kNoChangeStamp = std::numeric_limits<std::uint64_t>::max();
 
 /// Elements in ascending order of their keys, each key once. They lie side by side in chunks, so that walks
 /// are sweeps and next to nothing is needed beyond the elements themselves, and an insertion or removal moves
@@ -111,15 +115,14 @@ public:
 
     void clear() noexcept {
         chunks_.clear();
-        size_ = 0;
-        noteChange();
+        changeSize(0);
     }
 
     void swap(OrderedChunks& other) noexcept {
         chunks_.swap(other.chunks_);
-        std::swap(size_, other.size_);
-        noteChange();
-        other.noteChange();
+        const std::size_t size = size_;
+        changeSize(other.size_);
+        other.changeSize(size);
     }
 
 protected:
@@ -128,7 +131,7 @@ protected:
 private:
     static constexpr std::size_t kFull = 64;
     static constexpr std::size_t kHalf = kFull / 2;
-    static constexpr std::size_t kEnd = ~std::size_t{0};
+    static constexpr std::size_t kEnd = std::numeric_limits<std::size_t>::max();
 
     struct Chunk {
         Key least; // no key in the chunk, unless it is the first one, is less; those of the next one's are
@@ -191,6 +194,11 @@ private:
         }
         const std::size_t index = self.indexFor(chunk, key);
         return self.isAt(chunk, index, key) ? Found(self, chunk, index) : Found();
+    }
+
+    void changeSize(std::size_t size) noexcept {
+        size_ = size;
+        noteChange();
     }
 
     iterator append(Element&& element) {
@@ -300,8 +308,7 @@ OrderedChunks<Element, Order>::insert(Element element) {
         elements.insert(elements.begin() + static_cast<std::ptrdiff_t>(index), std::move(element));
         place = iterator(*this, chunk, index);
     }
-    ++size_;
-    noteChange();
+    changeSize(size_ + 1);
     return {place, true};
 }
 
@@ -343,8 +350,7 @@ typename OrderedChunks<Element, Order>::iterator OrderedChunks<Element, Order>::
     const std::size_t chunk = place.chunk_;
     Elements& elements = chunks_[chunk].elements;
     elements.erase(elements.begin() + static_cast<std::ptrdiff_t>(place.index_));
-    --size_;
-    noteChange();
+    changeSize(size_ - 1);
     if (elements.empty()) {
         chunks_.erase(chunks_.begin() + static_cast<std::ptrdiff_t>(chunk));
     } else {
@@ -378,6 +384,5 @@ void OrderedChunks<Element, Order>::removeIf(Condition condition) {
         return;
     }
     std::erase_if(chunks_, [](const Chunk& chunk) { return chunk.elements.empty(); });
-    size_ -= removed;
-    noteChange();
+    changeSize(size_ - removed);
 }

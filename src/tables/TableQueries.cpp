@@ -31,7 +31,7 @@ void appendTableBlocks(const KtDbDatabase& database, IdArray& ids) {
 
 void appendReferences(KtDbObjectId blockId, IdArray& ids) {
     const OpenedObject<KtDbBlockTableRecord> record(blockId, KtDb::kForRead);
-    IdArray references(0, 8); // apart from `ids`, which a list that breaks off must not reach
+    IdArray references; // apart from `ids`, which a list that breaks off must not reach
     if (record && record->getBlockReferenceIds(references, true, true) == Orbx::eOk) {
         ids.append(references);
     }
@@ -55,7 +55,7 @@ std::int32_t ktdxGetBlockRecordIdsOfKtDbTables(KtApDocument* document, KtArray<K
     if (database == nullptr) {
         return 0;
     }
-    IdArray found(0, 8);
+    IdArray found;
     try {
         appendTableBlocks(*database, found);
         ids->append(found);
@@ -69,11 +69,11 @@ std::int32_t ktdxGetKtDbTableIds(KtApDocument* document, KtArray<KtDbObjectId>* 
     if (document == nullptr || ids == nullptr) {
         return 0;
     }
-    IdArray blockIds(0, 8);
+    IdArray blockIds;
     if (ktdxGetBlockRecordIdsOfKtDbTables(document, &blockIds) == 0) {
         return 0;
     }
-    IdArray found(0, 8);
+    IdArray found;
     try {
         for (const KtDbObjectId blockId : blockIds) {
             appendReferences(blockId, found);

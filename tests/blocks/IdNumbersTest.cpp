@@ -2,9 +2,11 @@
 
 #include "tests/support/FailingAllocation.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <vector>
 
 namespace {
 
@@ -76,6 +78,28 @@ TEST(IdNumbers, NeedNoMemoryForAsManyAsWereExpected) {
         });
         ASSERT_EQ(allocations, 0U) << expected;
     }
+}
+
+/// The numbers of the ids, counted from 1, that entering takes memory for.
+std::vector<std::uint32_t> idsThatTakeMemory(std::size_t expected) {
+    IdNumbers numbers;
+    numbers.start(expected);
+    std::vector<std::uint32_t> taking;
+    for (std::uint32_t n = 1; n <= 40; ++n) {
+        if (allocationsIn([&] { numbers.enter(nth(n)); }) != 0) {
+            taking.push_back(n);
+        }
+    }
+    return taking;
+}
+
+TEST(IdNumbers, TakeMemoryWhereTheirTableIsHalfFullAndWhereTheIdsHaveDoubled) {
+    EXPECT_THAT(idsThatTakeMemory(0), testing::ElementsAre(1, 2, 3, 4, 5, 9, 16, 17, 33));
+}
+
+TEST(IdNumbers, HaveATableOfTheNextPowerOfTwoAboveTwiceAsManyAsWereExpected) {
+    EXPECT_THAT(idsThatTakeMemory(3), testing::ElementsAre(4, 7, 13, 16, 25));
+    EXPECT_THAT(idsThatTakeMemory(5), testing::ElementsAre(6, 8, 11, 21, 32));
 }
 
 } // namespace

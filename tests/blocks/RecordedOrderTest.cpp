@@ -52,6 +52,12 @@ TEST(RecordedOrder, GivesTheRestBehindWhatIsThere) {
     EXPECT_EQ(rest, (Ids{kHere, kSecond}));
 }
 
+TEST(RecordedOrder, MakesRoomForTheRestOnlyAndOnce) {
+    Ids rest{kHere};
+    ofTwo().appendRest(1, rest);
+    EXPECT_EQ(rest.capacity(), 2U);
+}
+
 TEST(RecordedOrder, ForgetsWhatIsCutOff) {
     RecordedOrder order = ofTwo();
     order.cut(1);

@@ -1,7 +1,9 @@
 #include "legacy/AttributeMap.h"
 
 #include "legacy/TagHash.h"
+#include "tests/legacy/CountedMemory.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -127,6 +129,27 @@ TEST(AttributeMap, FindsNoneThatIsNotAmongManyHoweverTheirHashesFall) {
         tags.pop_back();
         EXPECT_EQ(mapOf(tags).find(other), nullptr) << count;
     }
+}
+
+/// The numbers of the tags, counted from 1, that filing takes memory for, where there is room for the tags.
+std::vector<int> tagsThatTakeMemory(int count) {
+    AttributeMap map;
+    map.reserve(static_cast<std::size_t>(count));
+    std::vector<int> numbers;
+    for (int number = 1; number <= count; ++number) {
+        std::wstring tag = std::to_wstring(number); // short, so that it takes none
+        auto made = entry();
+        const std::size_t before = counted_memory::allocations();
+        map.add(std::move(tag), std::move(made));
+        if (counted_memory::allocations() != before) {
+            numbers.push_back(number);
+        }
+    }
+    return numbers;
+}
+
+TEST(AttributeMap, TakesMemoryToHashTagsFromTheEleventhOnAndWhenHalfOfItIsUsed) {
+    EXPECT_THAT(tagsThatTakeMemory(64), testing::ElementsAre(11, 17, 33));
 }
 
 TEST(AttributeMap,

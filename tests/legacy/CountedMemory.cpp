@@ -13,6 +13,7 @@ constexpr std::size_t kNever = std::numeric_limits<std::size_t>::max();
 
 std::size_t currentBytes = 0;
 std::size_t peakBytes = 0;
+std::size_t timesGiven = 0;
 std::size_t allocationsLeft = kNever;
 
 bool mustFail() {
@@ -33,6 +34,7 @@ void* tryToGive(std::size_t size) noexcept {
     if (memory != nullptr) {
         currentBytes += heapSize(memory);
         peakBytes = std::max(peakBytes, currentBytes);
+        ++timesGiven;
     }
     return memory;
 }
@@ -106,6 +108,10 @@ std::size_t peak() {
 
 void resetPeak() {
     peakBytes = currentBytes;
+}
+
+std::size_t allocations() {
+    return timesGiven;
 }
 
 void failAfter(std::size_t allocations) {

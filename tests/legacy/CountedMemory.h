@@ -10,6 +10,8 @@ std::size_t current();
 /// The most that current() has been since resetPeak().
 std::size_t peak();
 void resetPeak();
+/// How many were given out so far, whether or not they were given back.
+std::size_t allocations();
 
 /// The allocation after that many successful ones fails, once; then all succeed again.
 void failAfter(std::size_t allocations);

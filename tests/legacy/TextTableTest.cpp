@@ -102,6 +102,66 @@ TEST(TextTable, MovesToOtherMemoryAFewTimesOnlyWhereRoomIsMadeForOneTextAtATime)
     EXPECT_TRUE(counted_memory::cancelFailure());
 }
 
+/// What the table has taken since and not given back.
+class RoomOfATextTable : public testing::Test {
+protected:
+    [[nodiscard]] std::size_t taken() const { return counted_memory::current() - before_; }
+
+    void addUpTo(std::uint32_t texts, bool makesRoomForEach = false) {
+        for (std::uint32_t i = 0; i < texts; ++i) {
+            if (makesRoomForEach) {
+                table_.reserve(1);
+            }
+            table_.add(std::to_string(i), spreadHash(i));
+        }
+    }
+
+    static constexpr std::size_t kText = 24;
+    static constexpr std::size_t kSlot = 8;
+    static constexpr double kOverhead = 10'000; // of the system's heap, for large arrays
+
+    std::size_t before_ = counted_memory::current();
+    TextTable table_;
+};
+
+TEST_F(RoomOfATextTable, IsLittleForAnEmptyOne) {
+    EXPECT_LT(taken(), 40 * kSlot);
+}
+
+TEST_F(RoomOfATextTable, HasAtLeastTwoSlotsForEachText) {
+    table_.reserve(6000);
+    EXPECT_NEAR(static_cast<double>(taken()), 6000 * kText + 16384 * kSlot, kOverhead);
+}
+
+TEST_F(RoomOfATextTable, HasNoMoreSlotsWhereTwoForEachTextComeOutEven) {
+    table_.reserve(4096);
+    EXPECT_NEAR(static_cast<double>(taken()), 4096 * kText + 8192 * kSlot, kOverhead);
+}
+
+TEST_F(RoomOfATextTable, GrowsWithTheTextThatWouldTakeMoreThanHalfOfTheSlots) {
+    addUpTo(16);
+    const std::size_t ofHalf = taken();
+    addUpTo(17);
+    EXPECT_GT(taken() - ofHalf, 32 * kSlot + 17 * kText);
+}
+
+TEST_F(RoomOfATextTable, IsForTwiceAsManyTextsAtMostWhereItIsMadeForOneAtATime) {
+    addUpTo(730, true);
+    EXPECT_LT(taken(), 1024 * kText + 2048 * kSlot + 20'000); // the last are the texts' bytes
+}
+
+TEST_F(RoomOfATextTable, IsUsedToTheLastByte) {
+    const std::string text(16383, 'x');
+    table_.reserve(3);
+    table_.add(text, 1);
+    counted_memory::failAfter(0);
+    table_.add("y", 2);
+    EXPECT_TRUE(counted_memory::cancelFailure());
+    counted_memory::failAfter(0);
+    EXPECT_THROW(table_.add("z", 3), std::bad_alloc);
+    EXPECT_FALSE(counted_memory::cancelFailure());
+}
+
 TEST(TextTable, HoldsTheEmptyText) {
     TextTable table;
     EXPECT_EQ(table.add("", 1), 0U);

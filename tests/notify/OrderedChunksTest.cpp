@@ -121,6 +121,14 @@ TEST_F(CostOfChunks, InsertingInNoOrderIsAnAllocationForEachChunkAndFewBesides) 
 
 constexpr std::uint32_t kFull = 64; // in a chunk
 
+TEST_F(CostOfChunks, InsertingInAscendingOrderFillsTheChunks) {
+    const std::size_t before = livingAllocations();
+    for (std::uint32_t value = 0; value < kElements; ++value) {
+        chunks_.insert(Moved(value));
+    }
+    EXPECT_EQ(livingAllocations() - before, 1 + kElements / kFull); // and the list of chunks
+}
+
 Moved numbered(std::size_t index) {
     return Moved(static_cast<std::uint32_t>(index));
 }
@@ -149,6 +157,19 @@ TEST_F(CostOfChunks, ErasingInNoOrderMovesAChunkAtMost) {
         ASSERT_EQ(chunks_.erase(mixed(i)), 1U);
     }
     EXPECT_LE(moves, 32 * kElements);
+}
+
+TEST_F(CostOfChunks, TwoChunksAreJoinedAsSoonAsTheyFillHalfOfOne) {
+    chunks_.fill(std::size_t{2} * kFull, numbered);
+    for (std::uint32_t value = kFull / 4; value < kFull; ++value) {
+        chunks_.erase(kFull + value);
+    }
+    for (std::uint32_t value = kFull / 4 + 1; value < kFull; ++value) {
+        chunks_.erase(value);
+    }
+    const std::size_t before = livingAllocations();
+    chunks_.erase(kFull / 4);
+    EXPECT_EQ(livingAllocations(), before - 1);
 }
 
 TEST_F(CostOfChunks, WhatIsLeftOfManyLiesTogether) {

@@ -11,8 +11,8 @@ tests that reach it: those that noticed a change of the same function before, th
 one fails. A change that no test notices is printed. WORK/judged.txt says of each change what came of it: --rest goes on
 with those that it does not name, --survivors judges those once more that survived, and either counts the others in.
 
-Fails when more than 5 in 100 survive, not counting those that EQUIVALENTS names, with the reason why they leave the
-program the same.
+Fails when a change survives that EQUIVALENTS does not name, with the reason why it leaves the program the same, and when
+of all changes that compile, once all are judged, fewer than 95 in 100 are caught.
 """
 
 import argparse
@@ -480,13 +480,14 @@ def main():
     report = Report(project, equivalents, judged, before)
     judge_all(options, project, jury, report)
     counts = report.counts
-    asked = counts["caught"] + counts["survived"]
+    compiling = counts["caught"] + counts["survived"] + counts["the same program"]
     used = resource.getrusage(resource.RUSAGE_CHILDREN)
-    share = counts["caught"] / asked if asked else 1.0
-    print(f"mutate: {counts['caught']} of {asked} caught, {100 * share:.1f} in 100; besides, "
-          f"{counts['the same program']} leave the program the same and {counts['does not compile']} do not compile; "
+    share = counts["caught"] / compiling if compiling else 1.0
+    print(f"mutate: {counts['caught']} of {compiling} caught, {100 * share:.1f} in 100; {counts['the same program']} leave "
+          f"the program the same and {counts['survived']} survive; {counts['does not compile']} more do not compile; "
           f"{time.monotonic() - begin:.0f} seconds, {used.ru_utime + used.ru_stime:.0f} of the processor")
-    sys.exit(1 if share < WANTED else 0)
+    are_all_judged = compiling + counts["does not compile"] == len(changes)
+    sys.exit(1 if counts["survived"] or (are_all_judged and share < WANTED) else 0)
 
 
 if __name__ == "__main__":

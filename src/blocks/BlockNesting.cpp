@@ -11,8 +11,7 @@ void BlockNesting::update(const BlockMonitors& monitors) {
     }
     const std::uint64_t containersStamp = findSources(monitors);
     if (monitorsStamp_ != monitors.changeStamp() || containersStamp_ != containersStamp) {
-        monitorsStamp_ = kNoChangeStamp; // until it is drawn
-        draw();
+        draw(); // where that throws, the stamps stay old ones, which never come back
         monitorsStamp_ = monitors.changeStamp();
         containersStamp_ = containersStamp;
     }

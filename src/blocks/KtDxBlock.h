@@ -124,7 +124,7 @@ private:
     void dropUnusedContainers();
 
     Orbx::ErrorStatus attachReference(KtDbObjectId reference, bool attach);
-    Orbx::ErrorStatus attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
+    void attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes);
     void attachAttribute(KtDbObjectId attribute, AttributeArray& array);
     std::size_t usualAttributes() const;
     void fitAttributes(KtDbObjectIdArray& recorded);

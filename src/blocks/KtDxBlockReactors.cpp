@@ -151,7 +151,10 @@ Orbx::ErrorStatus KtDxBlock::attachReference(KtDbObjectId reference, bool attach
     }
     std::ignore = opened->addReactor(this); // a reference that cannot be heard is still recorded
     const std::unique_ptr<KtDbObjectIterator> attributes(opened->attributeIterator());
-    return attributes == nullptr ? Orbx::eOk : attachAttributes(reference, *attributes);
+    if (attributes != nullptr) {
+        attachAttributes(reference, *attributes);
+    }
+    return Orbx::eOk;
 }
 
 inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, AttributeArray& array) {
@@ -173,19 +176,18 @@ inline void KtDxBlock::attachAttribute(KtDbObjectId attribute, AttributeArray& a
 
 /// Adds to what is recorded of the reference without looking for repeats: a reference that is attached twice
 /// has its attributes twice, and letting go of it once lets go of them all.
-Orbx::ErrorStatus KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
+void KtDxBlock::attachAttributes(KtDbObjectId reference, KtDbObjectIterator& attributes) {
     AttributeArray array(attributesByReference_, reference);
     try {
         for (; !attributes.done(); attributes.step()) {
             attachAttribute(attributes.objectId(), array);
         }
+        if (KtDbObjectIdArray* const recorded = array.find(); recorded != nullptr) {
+            fitAttributes(*recorded);
+        }
     } catch (const std::bad_alloc&) {
-        return Orbx::eMissing;
+        // The rest of them are not heard.
     }
-    if (KtDbObjectIdArray* const recorded = array.find(); recorded != nullptr) {
-        fitAttributes(*recorded);
-    }
-    return Orbx::eOk;
 }
 
 /// As many as the reference before had: most have the same.

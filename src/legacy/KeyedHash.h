@@ -17,27 +17,22 @@ public:
         constexpr std::size_t kWord = sizeof(std::uint64_t);
         std::uint64_t hash = seed_ ^ bytes.size();
         if (bytes.size() < kWord) {
-            return folded(hash, lastWord(bytes));
+            return folded(hash, wordOf(bytes));
         }
         const char* next = bytes.data();
         const char* const last = bytes.data() + bytes.size() - kWord;
         for (; next < last; next += kWord) {
-            hash = folded(hash, wordAt(next));
+            hash = folded(hash, wordOf({next, kWord}));
         }
-        return folded(hash,
-                      wordAt(last)); // with some of the word before, where the bytes do not come out even
+        // With some of the word before, where the bytes do not come out even.
+        return folded(hash, wordOf({last, kWord}));
     }
 
 private:
     __extension__ using Product = unsigned __int128;
 
-    static std::uint64_t wordAt(const char* bytes) noexcept {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes, sizeof word);
-        return word;
-    }
-
-    static std::uint64_t lastWord(std::string_view bytes) noexcept {
+    /// Of no more bytes than it has.
+    static std::uint64_t wordOf(std::string_view bytes) noexcept {
         std::uint64_t word = 0;
         if (!bytes.empty()) { // nothing may be copied from nowhere
             std::memcpy(&word, bytes.data(), bytes.size());

@@ -1,6 +1,7 @@
 #include "legacy/ArchiveReader.h"
 #include "legacy/CEattMain.h"
 #include "legacy/SelectedTexts.h"
+#include "legacy/TemplateFailure.h"
 #include "legacy/TemplateStream.h"
 #include "tests/legacy/CountedMemory.h"
 #include "tests/legacy/MemorySource.h"
@@ -69,6 +70,16 @@ TEST(RoomInAdvance, IsEnoughForAsManyTagsAsTheRestOfTheFileCanHold) {
 
 TEST(RoomInAdvance, IsEnoughForAsManyBlocksAsTheRestOfTheFileCanHold) {
     EXPECT_EQ(allocationsToLoadBlocks(smallestBlocks()), allocationsToLoadBlocks(longer(smallestBlocks())));
+}
+
+TEST(RoomInAdvance, IsForNoMoreBlocksThanTheRestOfTheFileCanHoldWhateverItsCountSays) {
+    MemorySource source(TemplateBytes().header(0xFFFE).raw(std::string(800, 'x')).bytes());
+    ArchiveReader reader(source);
+    CEattMain header;
+    counted_memory::resetPeak();
+    const std::size_t before = counted_memory::current();
+    EXPECT_THROW(loadTemplate(reader, header), ArchiveFailure);
+    EXPECT_LT(counted_memory::peak() - before, 5000U);
 }
 
 TEST(RoomInAdvance, IsAsMuchAsTheBytesOfATextTake) {

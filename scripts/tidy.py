@@ -5,7 +5,8 @@
 
 Most of the work is to read the library's headers, so BUILD compiles sources in bundles. But a bundle includes them, and
 the analyzer and some other checks look at no more than the file itself. So each bundle is made to hold the text of its
-sources; what is said about a line of it is said about theirs.
+sources; what is said about a line of it is said about theirs. The analyzer then looks into the functions of all of them,
+and may leave more of the longest paths out than where it sees one source at a time.
 """
 
 import bisect

@@ -5,6 +5,10 @@
 #include "kthost/runtime/ModuleLoader.h"
 #include "kthost/runtime/RuntimeClass.h"
 
+#include <memory>
+#include <string>
+#include <utility>
+
 KTHOST_RUNTIME_CLASS(KtRxDictionary, KtRxObject)
 
 namespace kthost {
@@ -50,10 +54,9 @@ bool Dictionary::add(const wchar_t* key, KtRxObject* object) {
         return false;
     }
     traceEntry("dictionary add", key, object);
+    std::string broughtBy = nameOfRunningModule(); // whatever can throw comes before the object is taken
     Entry& entry = entries_[key];
-    entry.object.reset(object);
-    entry.code = virtualTableOf(object);
-    entry.broughtBy = nameOfRunningModule();
+    entry = {std::unique_ptr<KtRxObject>(object), virtualTableOf(object), std::move(broughtBy)};
     return true;
 }
 

@@ -11,7 +11,8 @@ void BlockNesting::update(const BlockMonitors& monitors) {
     }
     const std::uint64_t containersStamp = findSources(monitors);
     if (monitorsStamp_ != monitors.changeStamp() || containersStamp_ != containersStamp) {
-        draw(); // where that throws, the stamps stay old ones, which never come back
+        monitorsStamp_ = kNoChangeStamp; // until it is drawn
+        draw();
         monitorsStamp_ = monitors.changeStamp();
         containersStamp_ = containersStamp;
     }

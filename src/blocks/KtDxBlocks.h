@@ -168,7 +168,7 @@ private:
     BlockNesting nesting_;    // up to date only while it is asked
     RescanRoom rescanRoom_;
     Marks marks_;
-    std::uint64_t emptyEntryStamp_ =
-        kNoChangeStamp; // of the monitors when they were last looked over for an empty entry
+    // Of the monitors when they were last looked over for an empty entry.
+    std::uint64_t emptyEntryStamp_ = kNoChangeStamp;
     bool hasEmptyEntry_ = false;
 };

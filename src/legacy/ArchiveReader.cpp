@@ -171,7 +171,7 @@ std::string ArchiveReader::readBytes(std::uint64_t length) {
     while (bytes.size() < length) {
         const auto piece =
             take(static_cast<std::size_t>(std::min<std::uint64_t>(length - bytes.size(), kBufferSize)));
-        bytes.append(piece.begin(), piece.end());
+        bytes.append(reinterpret_cast<const char*>(piece.data()), piece.size());
     }
     return bytes;
 }

@@ -57,7 +57,7 @@ std::size_t appendText(std::string_view bytes, const Encoding& encoding, std::ws
         const Converted converted = convert(bytes, encoding, room);
         if (converted.complete) {
             const Converted valid = cutBeyondUnicode(converted, bytes, encoding, room);
-            text.append(valid.text.begin(), valid.text.end());
+            text.append(valid.text.data(), valid.text.size());
             return valid.bytesUsed;
         }
     }

@@ -25,14 +25,14 @@ public:
 private:
     struct Attribute {
         std::string_view tag;
-        std::uint64_t hash = 0;
-        bool isSelected = false;
+        std::uint64_t hash;
+        bool isSelected;
     };
 
     /// Attributes that are filed together, while their tags are in the reader's buffer, so that the memory
     /// that all of them need has been fetched.
     struct Batch {
-        std::array<Attribute, 32> attributes;
+        std::array<Attribute, 32> attributes{};
         std::size_t size = 0;
     };
 

@@ -127,6 +127,31 @@ TEST_F(NestingPicture, WithoutMemoryIsDrawnTheNextTime) {
     }
 }
 
+/// A monitor that shows its references at some times only.
+class ShyBlock : public KtDxBlock {
+public:
+    References* references() override { return isShy ? nullptr : KtDxBlock::references(); }
+
+    bool isShy = false;
+};
+
+TEST_F(NestingPicture, WithoutMemoryIsDrawnTheNextTimeThoughAllIsAsItWasWhenItWasDrawnBefore) {
+    ShyBlock shy;
+    place(valveMonitor_, pump_);
+    place(shy, pump_);
+    monitors_.insert_or_assign(gate_, &shy);
+    ASSERT_EQ(inside(pump_).size(), 2U);
+    shy.isShy = true;
+    place(gateMonitor_, pump_); // none of the monitors any more, so that nothing but its being shy counts
+    {
+        const FailingAllocation none;
+        EXPECT_THROW(nesting_.update(monitors_), std::bad_alloc);
+    }
+    shy.isShy = false;
+    place(gateMonitor_, valve_);
+    EXPECT_EQ(inside(pump_).size(), 2U);
+}
+
 TEST_F(NestingPicture, IsNotDrawnAnewWhenOthersChange) {
     place(valveMonitor_, pump_);
     EXPECT_EQ(inside(pump_), Ids{valve_});

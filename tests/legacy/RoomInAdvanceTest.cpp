@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 /// What is filled piece by piece gets its room at once.
@@ -87,6 +88,14 @@ TEST(RoomInAdvance, IsAsMuchAsTheBytesOfATextTake) {
     const std::string bytes = ArchiveReader(source).readUtf16Bytes();
     EXPECT_EQ(bytes.size(), 2 * kMany);
     EXPECT_EQ(bytes.capacity(), bytes.size());
+}
+
+TEST(RoomInAdvance, IsEnoughForALongTextOf8BitCharacters) {
+    MemorySource source(TemplateBytes().u8(0xFF).u16(kMany).raw(std::string(kMany, 'x')).bytes());
+    ArchiveReader reader(source);
+    const std::size_t before = counted_memory::allocations();
+    EXPECT_EQ(reader.readString().size(), kMany);
+    EXPECT_EQ(counted_memory::allocations() - before, 2U); // for the bytes, and for the characters
 }
 
 /// Keeps nothing, so that what it is given takes no memory here.
